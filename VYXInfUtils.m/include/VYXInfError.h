@@ -1,0 +1,55 @@
+#pragma once
+
+#include "KORSysBase/KORListVal.h"
+#include "KORSysTS/KORUnicodeString.h"
+#include "VYXExport.h"
+
+class KORListValVYXInfError;
+
+/**
+ * A result code together with a message captured when the error was made: a failure that can be kept, compared, collected
+ * and shown.
+ *
+ * One object belongs to one thread at a time. No operation fails.
+ */
+class VYX_EXPORT VYXInfError {
+ public:
+  /**
+   * Captures an error. For a code other than 0 the calling thread's pending platform error of that code, if there is one,
+   * gives the message and is consumed: a later failure trace does not report it again. Where there is none the message is
+   * "Unknown error with code " and the signed decimal code.
+   *
+   * @param iCode the result code, of which 32 bits are kept; 0 has an empty message and leaves the pending error alone.
+   */
+  VYXInfError(long iCode = 0);
+
+  VYXInfError(const VYXInfError&) = default;
+  VYXInfError& operator=(const VYXInfError&) = default;
+  virtual ~VYXInfError();
+
+  /// The result code.
+  long GetHResult() const noexcept { return _hresult; }
+
+  /// A copy of the message.
+  KORUnicodeString GetErrorMessage() const { return _message; }
+
+  /// 1 when the codes are equal and the messages identical, else 0.
+  int operator==(const VYXInfError& iOther) const noexcept;
+  int operator!=(const VYXInfError& iOther) const noexcept { return (*this == iOther) ? 0 : 1; }
+
+  /// The messages of a list in order, each followed by a line feed; empty for an empty list.
+  static KORUnicodeString ErrorListToString(KORListValVYXInfError iList);
+
+ private:
+  long _hresult;
+  KORUnicodeString _message;
+};
+
+extern template class VYX_EXPORT KORListVal<VYXInfError>;
+
+/// A list of errors, held by value, positions counted from 1; KORListVal tells the rules. Copies do not consult the platform's
+/// pending error again.
+class VYX_EXPORT KORListValVYXInfError : public KORListVal<VYXInfError> {
+ public:
+  using KORListVal::KORListVal;
+};

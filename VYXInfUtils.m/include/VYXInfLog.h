@@ -1,0 +1,119 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "KORSysTS/KORUnicodeString.h"
+#include "VYXExport.h"
+
+// A system header defines this name as a macro.
+#ifdef ERROR
+#undef ERROR
+#endif
+
+/**
+ * Message levels, a lower number being more severe. A value outside the named ones is a legal argument everywhere: it is
+ * named "TRACE".
+ */
+enum VYXInfLogLevel : std::int32_t {
+  FATAL = 0,  ///< "FATAL"
+  ERROR = 1,  ///< "ERROR": failures
+  WARN = 2,   ///< "WARN": fallbacks
+  INFO = 3,   ///< "INFO": start-up and configuration
+  DEBUG = 4,  ///< "DEBUG": refused requests and argument errors
+  TRACE = 5   ///< "TRACE": details of file and process operations
+};
+
+namespace VYX::Logging {
+class ILogger;
+class ILoggerFactory;
+class ISinkHandle;
+}  // namespace VYX::Logging
+namespace VYX::Internal {
+struct LoggerAccess;
+}
+
+/**
+ * The one logger of the library and of the programs that use it.
+ *
+ * A process has one default logger, reached through GetDefaultLogger and never absent: until it is configured it is a console
+ * logger at INFO, which writes one line per message to standard output:
+ *
+ *     2019-03-05_14-07-09; INFO; 4242; 4243; the text
+ *
+ * (local time, level, process id, thread id, text). A logger with a back end hands each message to that instead.
+ *
+ *     const auto logger = VYXInfLog::GetDefaultLogger();
+ *     if (!logger->IsFiltered(INFO)) {
+ *       logger->Log(INFO, "ready");
+ *     }
+ *
+ * Loggers are made by the library only. Every operation may be called from several threads at once, before main and while
+ * static objects are destroyed.
+ */
+class VYX_EXPORT VYXInfLog {
+ public:
+  /// Keeps a log file that was added to a logger open; the file is no longer written when the last reference dies.
+  class VYX_EXPORT LogSink {
+   public:
+    explicit LogSink(std::shared_ptr<VYX::Logging::ISinkHandle> iHandle);
+    ~LogSink();
+
+   private:
+    std::shared_ptr<VYX::Logging::ISinkHandle> _handle;
+  };
+
+  /// "VYX", the application name used when none is given.
+  static const char* const _defaultAppName;
+
+  /// The current default logger, never empty: where there is none, a console logger at INFO becomes it.
+  static std::shared_ptr<VYXInfLog> GetDefaultLogger();
+
+  /**
+   * Retires the default logger: writes "VYXInfLog::Close" at INFO through it, and leaves the process without one until
+   * GetDefaultLogger makes a new console logger.
+   */
+  static void Close();
+
+  /**
+   * Writes one message, without filtering: that is the caller's test. Never fails towards its caller. A console line is
+   * written whole, also when several threads write.
+   *
+   * @param iLevel the message's level.
+   * @param iText UTF-8 text; null is written as the empty text.
+   */
+  void Log(VYXInfLogLevel iLevel, const char* iText);
+
+  /// True when a message of this level would be dropped: for a console logger, when the level's number is greater than the
+  /// logger's threshold.
+  bool IsFiltered(VYXInfLogLevel iLevel) const;
+
+  /// The level's name; "TRACE" for every value outside 0 to 5.
+  static const char* LevelToString(VYXInfLogLevel iLevel);
+
+  /// The level whose name is iText, whatever its letter case; iDefaultLevel for null, an empty text and an unknown name.
+  static VYXInfLogLevel LevelFromString(const char* iText, VYXInfLogLevel iDefaultLevel);
+
+  /// A logger with a back end that was not retired says so, ten times, at FATAL; any other ends silently.
+  ~VYXInfLog();
+
+  VYXInfLog(const VYXInfLog&) = delete;
+  VYXInfLog& operator=(const VYXInfLog&) = delete;
+
+ private:
+  friend struct VYX::Internal::LoggerAccess;
+  struct BackEnd;
+
+  /// A console logger.
+  explicit VYXInfLog(VYXInfLogLevel iLevel) noexcept;
+
+  /// A logger over a back end; where the factory is empty or gives no channel logger, a console logger that says so.
+  VYXInfLog(std::shared_ptr<VYX::Logging::ILoggerFactory> iFactory, VYXInfLogLevel iLevel);
+
+  void CreateLogger();
+  void ReleaseLogger() noexcept;
+  void WriteConsoleLine(VYXInfLogLevel iLevel, const char* iText) const;
+
+  VYXInfLogLevel _level;
+  std::unique_ptr<BackEnd> _backEnd;
+};

@@ -1,0 +1,6 @@
+#pragma once
+
+/// Everything that the library exports. A source that needs one class family includes that family's own header.
+
+#include "VYXInfError.h"
+#include "VYXInfLog.h"

@@ -1,0 +1,16 @@
+find_package(GTest CONFIG REQUIRED)
+include(GoogleTest)
+
+# vyx_add_test(NAME SOURCES...): one test program that reaches the library's internals as well as its exports.
+# Tests that may be run by several threads at once carry the label "threads"; the thread sanitizer runs those.
+function(vyx_add_test iName)
+  cmake_parse_arguments(TEST "THREADS" "" "SOURCES" ${ARGN})
+  add_executable(${iName} ${TEST_SOURCES})
+  target_link_libraries(${iName} PRIVATE vyx_internals vyx_test_support GTest::gmock GTest::gtest_main)
+  set(labels unit)
+  if(TEST_THREADS)
+    list(APPEND labels threads)
+  endif()
+  gtest_discover_tests(${iName} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+    PROPERTIES LABELS "${labels}" TIMEOUT 300)
+endfunction()

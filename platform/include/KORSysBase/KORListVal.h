@@ -1,0 +1,134 @@
+#pragma once
+
+#include <memory>
+#include <utility>
+
+#include "KORSysBase/KORCollec.h"
+#include "KORSysBase/KORRawCollPV.h"
+
+/**
+ * The pattern of the library's value lists: a raw collection of pointers to heap copies that the list owns, positions counted
+ * from 1. Every copy of a list copies every element.
+ *
+ * An element keeps its address until it is removed. A position outside 1 to Size() stops the program. One list belongs to one
+ * thread at a time.
+ *
+ * @tparam T the element type; two elements are compared with `!=`.
+ */
+template <class T>
+class KORListVal {
+ public:
+  /// An empty list.
+  KORListVal() = default;
+
+  /// An empty list; the hints, a capacity and a growth step, go to the raw collection.
+  explicit KORListVal(int iCapacity, int iGrowth = 0) : _elements(iCapacity, iGrowth) {}
+
+  KORListVal(const KORListVal& iOther) : _elements(iOther.Size()) { AppendAll(iOther); }
+  KORListVal(KORListVal&& ioOther) noexcept : _elements(std::move(ioOther._elements)) {}
+  ~KORListVal() { DeleteAll(); }
+
+  KORListVal& operator=(const KORListVal& iOther) {
+    if (this != &iOther) {
+      KORListVal copy(iOther);
+      std::swap(_elements, copy._elements);
+    }
+    return *this;
+  }
+  KORListVal& operator=(KORListVal&& ioOther) noexcept {
+    if (this != &ioOther) {
+      DeleteAll();
+      _elements = std::move(ioOther._elements);
+    }
+    return *this;
+  }
+
+  /// Appends a copy of an element.
+  void Append(const T& iElement) { AppendOwned(std::make_unique<T>(iElement)); }
+  /// Appends an element by taking its content over.
+  void Append(T&& ioElement) { AppendOwned(std::make_unique<T>(std::move(ioElement))); }
+
+  /// Number of elements.
+  int Size() const noexcept { return _elements.Size(); }
+
+  T& operator[](int iPosition) noexcept { return *static_cast<T*>(_elements[iPosition]); }
+  const T& operator[](int iPosition) const noexcept { return *static_cast<const T*>(_elements[iPosition]); }
+
+  /// The first position, from iStart on, whose element equals the value; 0 when there is none.
+  int Locate(const T& iElement, int iStart) const {
+    for (int position = iStart; position <= Size(); ++position) {
+      if (!((*this)[position] != iElement)) {
+        return position;
+      }
+    }
+    return 0;
+  }
+
+  /// Removes the first element equal to the value and answers the position that it had; 0 when there is none.
+  int RemoveValue(const T& iElement) {
+    const int position = Locate(iElement, 1);
+    if (position != 0) {
+      RemovePosition(position);
+    }
+    return position;
+  }
+
+  /// Removes the element at a position; later ones move up by one.
+  void RemovePosition(int iPosition) {
+    const std::unique_ptr<T> removed(&(*this)[iPosition]);
+    _elements.RemovePosition(iPosition);
+  }
+
+  /// Removes every element, the last one first, and keeps or releases the storage.
+  void RemoveAll(KORCollec::MemoryHandling iHandling = KORCollec::MemoryHandling::ReleaseMemory) {
+    DeleteAll();
+    _elements.RemoveAll(iHandling);
+  }
+
+  /// Copies the elements in order into an array of Size() constructed ones, filling it from its last slot to its first.
+  void Array(T* oArray) const {
+    for (int position = Size(); position >= 1; --position) {
+      oArray[position - 1] = (*this)[position];
+    }
+  }
+
+  /// 1 when the sizes differ or two elements at one position do, else 0; a list never differs from itself.
+  int operator!=(const KORListVal& iOther) const {
+    if (this == &iOther) {
+      return 0;
+    }
+    if (Size() != iOther.Size()) {
+      return 1;
+    }
+    for (int position = 1; position <= Size(); ++position) {
+      if ((*this)[position] != iOther[position]) {
+        return 1;
+      }
+    }
+    return 0;
+  }
+  int operator==(const KORListVal& iOther) const { return (*this != iOther) ? 0 : 1; }
+
+ private:
+  void AppendOwned(std::unique_ptr<T> ioElement) {
+    _elements.Append(ioElement.get());
+    static_cast<void>(ioElement.release());
+  }
+  void AppendAll(const KORListVal& iOther) {
+    try {
+      for (int position = 1; position <= iOther.Size(); ++position) {
+        Append(iOther[position]);
+      }
+    } catch (...) {
+      DeleteAll();
+      throw;
+    }
+  }
+  void DeleteAll() noexcept {
+    for (int position = Size(); position >= 1; --position) {
+      delete static_cast<T*>(_elements[position]);
+    }
+  }
+
+  KORRawCollPV _elements;
+};

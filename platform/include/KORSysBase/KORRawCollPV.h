@@ -1,0 +1,41 @@
+#pragma once
+
+#include <vector>
+
+#include "KORSysBase/KORCollec.h"
+#include "VYXExport.h"
+
+/**
+ * A growable list of untyped pointers, positions counted from 1. It owns its storage, never what the pointers point to.
+ *
+ * A position outside 1 to Size() stops the program. One object belongs to one thread at a time.
+ */
+class VYX_EXPORT KORRawCollPV {
+ public:
+  /// An empty list.
+  KORRawCollPV() = default;
+
+  /// An empty list with room for iCapacity pointers; the second hint, a growth step, is accepted and not needed.
+  explicit KORRawCollPV(int iCapacity, int iGrowth = 0);
+
+  void Append(void* iPointer) { _pointers.push_back(iPointer); }
+
+  /// Number of pointers.
+  int Size() const noexcept { return static_cast<int>(_pointers.size()); }
+
+  void*& operator[](int iPosition) noexcept { return _pointers[Index(iPosition)]; }
+  void* operator[](int iPosition) const noexcept { return _pointers[Index(iPosition)]; }
+
+  /// Removes the entry at a position; later ones move up by one.
+  void RemovePosition(int iPosition);
+
+  /// Removes every entry and keeps or releases the storage.
+  void RemoveAll(KORCollec::MemoryHandling iHandling = KORCollec::MemoryHandling::ReleaseMemory);
+
+ private:
+  std::size_t Index(int iPosition) const noexcept {
+    return VYX::Platform::CheckedIndex("KORRawCollPV", iPosition, Size());
+  }
+
+  std::vector<void*> _pointers;
+};

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <vector>
+
+#include "KORSysBase/KORCollec.h"
+#include "VYXExport.h"
+
+/**
+ * A growable list of `double`, positions counted from 1.
+ *
+ * A position outside 1 to Size() stops the program. One object belongs to one thread at a time.
+ */
+class VYX_EXPORT KORRawColldouble {
+ public:
+  /// An empty list.
+  KORRawColldouble() = default;
+
+  /// An empty list with room for iCapacity numbers.
+  explicit KORRawColldouble(int iCapacity);
+
+  void Append(double iValue) { _values.push_back(iValue); }
+
+  /// Number of elements.
+  int Size() const noexcept { return static_cast<int>(_values.size()); }
+
+  double operator[](int iPosition) const noexcept { return _values[Index(iPosition)]; }
+  double& operator[](int iPosition) noexcept { return _values[Index(iPosition)]; }
+
+  /// Removes every element and keeps or releases the storage.
+  void RemoveAll(KORCollec::MemoryHandling iHandling = KORCollec::MemoryHandling::ReleaseMemory);
+
+  bool operator==(const KORRawColldouble& iOther) const = default;
+
+  // For range-based loops and the standard algorithms.
+  auto begin() const noexcept { return _values.begin(); }
+  auto end() const noexcept { return _values.end(); }
+  auto begin() noexcept { return _values.begin(); }
+  auto end() noexcept { return _values.end(); }
+
+ private:
+  std::size_t Index(int iPosition) const noexcept {
+    return VYX::Platform::CheckedIndex("KORRawColldouble", iPosition, Size());
+  }
+
+  std::vector<double> _values;
+};

@@ -1,0 +1,95 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+#include "VYXExport.h"
+
+namespace QB {
+
+/// Frees the data of a Binary.
+using ReleaseFunction = void (*)(char* ioData);
+
+/// Allocates a byte array of the kind that deallocateArrayChar frees; the bytes are not initialised.
+VYX_EXPORT char* allocateArrayChar(std::size_t iSize);
+
+/// Frees a byte array of `new char[]` or allocateArrayChar; null is fine.
+VYX_EXPORT void deallocateArrayChar(char* ioData) noexcept;
+
+/**
+ * A byte buffer: data pointer, size in bytes and the function that frees the data.
+ *
+ * Copies share the data, which is freed once, when the last of them dies. The bytes are meant to be read: who writes through
+ * GetData of a shared buffer writes for all its owners. Owners may live on different threads; one object belongs to one
+ * thread at a time.
+ */
+class VYX_EXPORT Binary {
+ public:
+  /// An empty buffer without data.
+  Binary() noexcept = default;
+
+  /// Takes data over, to be freed with iRelease, once; a null iRelease leaves it to the caller, who has to keep it alive.
+  Binary(char* ioData, std::uint64_t iSize, ReleaseFunction iRelease);
+
+  Binary(const Binary& iOther) noexcept;
+  Binary(Binary&& ioOther) noexcept
+      : _data(std::exchange(ioOther._data, nullptr)),
+        _size(std::exchange(ioOther._size, 0)),
+        _owner(std::exchange(ioOther._owner, nullptr)) {}
+  ~Binary() { Drop(); }
+
+  Binary& operator=(const Binary& iOther) noexcept;
+  Binary& operator=(Binary&& ioOther) noexcept;
+
+  /// The first byte; null for a buffer without data.
+  const char* GetData() const noexcept { return _data; }
+  char* GetData() noexcept { return _data; }
+
+  /// Number of bytes.
+  std::uint64_t GetSize() const noexcept { return _size; }
+
+  bool IsEmpty() const noexcept { return _size == 0; }
+
+ private:
+  struct Owner;
+  void Drop() noexcept;
+
+  char* _data = nullptr;
+  std::uint64_t _size = 0;
+  Owner* _owner = nullptr;
+};
+
+/// Read access to the bytes of a buffer, which must outlive it.
+class VYX_EXPORT BinarySlice {
+ public:
+  explicit BinarySlice(const Binary& iBinary) noexcept : _data(iBinary.GetData()), _size(iBinary.GetSize()) {}
+
+  /// The first byte; null for a buffer without data.
+  const char* GetData() const noexcept { return _data; }
+
+  /// Number of bytes.
+  std::uint64_t GetSize() const noexcept { return _size; }
+
+ private:
+  const char* _data;
+  std::uint64_t _size;
+};
+
+/// Reads a buffer, which must outlive it, one `char` at a time.
+class VYX_EXPORT BinaryReader {
+ public:
+  explicit BinaryReader(const Binary& iBinary) noexcept : _slice(iBinary) {}
+
+  /// Goes to a byte position. A position beyond the end is refused: the answer is false and the reader stays where it is.
+  bool Seek(std::uint64_t iPosition) noexcept;
+
+  /// Reads the next byte. At the end the answer is false and oChar is untouched.
+  bool ReadChar(char& oChar) noexcept;
+
+ private:
+  BinarySlice _slice;
+  std::uint64_t _position = 0;
+};
+
+}  // namespace QB

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <string_view>
+
+#include "KORSysTS/KORUnicodeString.h"
+#include "VYXExport.h"
+
+namespace QB {
+
+/**
+ * A read-only view of UTF-8 text that belongs to somebody else, such as the JSON reader or a path list.
+ *
+ * It stands wherever a `const KORUnicodeString&` is expected, without a conversion or a copy; a text copied from it owns its
+ * bytes. The viewed bytes end with a zero byte and must outlive the view; a view handed to a visitor is valid during the
+ * visit. Walking it by position costs a scan each time for text outside ASCII: take ToUnicode for that.
+ */
+class VYX_EXPORT StringView {
+ public:
+  /// A view of nothing.
+  StringView() noexcept : StringView(std::string_view("", 0)) {}
+
+  /// A view of the bytes of iText, behind which a zero byte must stand.
+  explicit StringView(std::string_view iText) noexcept
+      : _text(KORUnicodeString::Borrowed(), iText.data(), iText.size()) {}
+
+  // A copy of a view is a view of the same bytes, not a text of its own.
+  StringView(const StringView& iOther) noexcept : StringView(iOther.ToStringView()) {}
+  StringView& operator=(const StringView& iOther) noexcept;
+  ~StringView() = default;
+
+  /// The text, copied.
+  KORUnicodeString ToUnicode() const { return _text; }
+
+  /// The text as it stands.
+  operator const KORUnicodeString&() const noexcept { return _text; }
+
+  /// The bytes, without the zero byte behind them.
+  std::string_view ToStringView() const noexcept { return _text.ToStringView(); }
+
+  bool operator==(const StringView& iOther) const noexcept { return ToStringView() == iOther.ToStringView(); }
+
+ private:
+  KORUnicodeString _text;
+};
+
+}  // namespace QB

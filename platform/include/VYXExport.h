@@ -1,0 +1,17 @@
+#pragma once
+
+/**
+ * Marks what the shared library exports; everything else stays hidden inside it. This is the one place that knows how a
+ * compiler spells that.
+ */
+#if defined(_WIN32)
+#if defined(VYX_BUILDING_LIBRARY)
+#define VYX_EXPORT __declspec(dllexport)
+#elif defined(VYX_STATIC)
+#define VYX_EXPORT
+#else
+#define VYX_EXPORT __declspec(dllimport)
+#endif
+#else
+#define VYX_EXPORT __attribute__((visibility("default")))
+#endif

@@ -1,0 +1,39 @@
+#include "KORSysBase/KORError.h"
+
+#include <new>
+#include <utility>
+
+#include "KORSysBase/KORResult.h"
+#include "platform/os/thread_slot.h"
+
+namespace {
+
+// Constructed on first use, never destroyed: threads may fail until the process is gone.
+VYX::Os::ThreadSlot& PendingSlot(void (*iDestroy)(void*)) {
+  static VYX::Os::ThreadSlot* const slot = new VYX::Os::ThreadSlot(iDestroy);
+  return *slot;
+}
+
+}  // namespace
+
+void KORError::Destroy(void* iError) noexcept { delete static_cast<KORError*>(iError); }
+
+KORError* KORError::KORGetLastError(long iCode, IUnknown*) noexcept {
+  auto* const pending = static_cast<KORError*>(PendingSlot(&Destroy).Get());
+  if (pending == nullptr || (iCode != E_FAIL && iCode != pending->_code)) {
+    return nullptr;
+  }
+  return pending;
+}
+
+void KORError::KORCleanLastError() noexcept {
+  VYX::Os::ThreadSlot& slot = PendingSlot(&Destroy);
+  Destroy(slot.Get());
+  slot.Set(nullptr);
+}
+
+long KORError::KORSetLastError(long iCode, KORUnicodeString iMessage) noexcept {
+  KORCleanLastError();
+  PendingSlot(&Destroy).Set(new (std::nothrow) KORError(iCode, std::move(iMessage)));
+  return iCode;
+}

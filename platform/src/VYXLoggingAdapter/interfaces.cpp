@@ -1,0 +1,11 @@
+#include "VYXLoggingAdapter/ILogger.h"
+#include "VYXLoggingAdapter/ILoggerFactory.h"
+
+namespace VYX::Logging {
+
+// Defined here, so that the type information of the interfaces has one home in the shared library.
+ILogger::~ILogger() = default;
+ISinkHandle::~ISinkHandle() = default;
+ILoggerFactory::~ILoggerFactory() = default;
+
+}  // namespace VYX::Logging
