@@ -1,0 +1,68 @@
+#include "platform/os/posix/system_calls.h"
+
+#if !defined(__unix__)
+#error "this source is for POSIX hosts"
+#endif
+
+#include <fcntl.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <unistd.h>
+
+namespace VYX::Os::Posix {
+namespace {
+
+int OpenWithMode(const char* iPath, int iFlags, mode_t iMode) {
+  return open(iPath, iFlags, iMode);
+}
+
+int OpenRelative(int iFolder, const char* iPath, int iFlags) {
+  return openat(iFolder, iPath, iFlags);
+}
+
+int Duplicate(int iFile, int iLowest) {
+  return fcntl(iFile, F_DUPFD_CLOEXEC, iLowest);
+}
+
+int AccessAsEffectiveUser(const char* iPath, int iMode) {
+  return faccessat(AT_FDCWD, iPath, iMode, AT_EACCESS);
+}
+
+// Hard-linking is the portable way to give a file a name only if that name is free.
+int RenameUnlessTaken(const char* iFrom, const char* iTo) {
+  if (link(iFrom, iTo) != 0) {
+    return -1;
+  }
+  return unlink(iFrom);
+}
+
+}  // namespace
+
+constinit SystemCalls gSystemCalls = {
+    .Open = OpenWithMode,
+    .OpenAt = OpenRelative,
+    .Read = read,
+    .Write = write,
+    .Close = close,
+    .MoveDescriptor = Duplicate,
+    .StatFile = fstat,
+    .StatPath = stat,
+    .StatAt = fstatat,
+    .Access = AccessAsEffectiveUser,
+    .Sync = fsync,
+    .ChangeMode = fchmod,
+    .ChangeOwner = fchown,
+    .Rename = rename,
+    .RenameNew = RenameUnlessTaken,
+    .UnlinkAt = unlinkat,
+    .MakeFolder = mkdir,
+    .RealPath = realpath,
+    .CurrentFolder = getcwd,
+    .OpenFolder = opendir,
+    .AdoptFolder = fdopendir,
+    .ReadFolder = readdir,
+    .CloseFolder = closedir,
+    .ClockGetTime = clock_gettime,
+};
+
+}  // namespace VYX::Os::Posix
