@@ -4,3 +4,4 @@
 
 #include "VYXInfError.h"
 #include "VYXInfLog.h"
+#include "VYXInfSystemUtil.h"

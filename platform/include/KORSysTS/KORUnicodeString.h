@@ -20,19 +20,19 @@ class StringView;
 /**
  * A Unicode text: the type of every textual argument and result.
  *
- * The text is held as UTF-8, zero-terminated, in 24 bytes of which 22 hold short texts without an allocation. Copies
- * are deep; moves leave the empty text and never throw.
+ * The text is held as UTF-8, zero-terminated, in 24 bytes of which 22 hold short texts without an allocation. Copies are
+ * deep; moves leave the empty text and never throw.
  *
  * - A character is one code point (KORUnicodeChar); positions and counts of characters start at 0 and are `int`s.
- * - A byte that stands in no well-formed sequence is a character of its own: text built from `const char*` keeps its
- * bytes, whatever they are, because file names are not always UTF-8.
- * - The narrow form is the UTF-8 itself: getting at it costs nothing. A zero byte inside a text is kept; whoever hands
- * the narrow form to an interface that ends at the first zero has to check for it.
+ * - A byte that stands in no well-formed sequence is a character of its own: text built from `const char*` keeps its bytes,
+ *   whatever they are, because file names are not always UTF-8.
+ * - The narrow form is the UTF-8 itself: getting at it costs nothing. A zero byte inside a text is kept; whoever hands the
+ *   narrow form to an interface that ends at the first zero has to check for it.
  * - Order and equality compare bytes, which is the order of code points. Letter case follows Unicode's simple mappings
  *   (utf8proc), never the locale.
  *
- * One object may be read by several threads at once, and is changed by one only. Walking a long text by position from
- * one end to the other is linear overall.
+ * One object may be read by several threads at once, and is changed by one only. Walking a long text by position from one end
+ * to the other is linear overall.
  */
 class VYX_EXPORT KORUnicodeString {
  public:
@@ -78,14 +78,13 @@ class VYX_EXPORT KORUnicodeString {
   /**
    * Takes over a UTF-8 text, zero bytes included.
    *
-   * @return 0 on success. Ill-formed UTF-8 (or a null pointer with a length) is refused: the answer is not 0 and the
-   * text is left empty.
+   * @return 0 on success. Ill-formed UTF-8 (or a null pointer with a length) is refused: the answer is not 0 and the text
+   *         is left empty.
    */
   int BuildFromUTF8(const char* iText, std::size_t iLength);
 
   /**
-   * Takes over a zero-terminated wide text: UTF-16 where `wchar_t` has 16 bits, UTF-32 elsewhere. Null gives the empty
-   * text.
+   * Takes over a zero-terminated wide text: UTF-16 where `wchar_t` has 16 bits, UTF-32 elsewhere. Null gives the empty text.
    *
    * @return 0 on success; not 0 for a lone surrogate or a value beyond U+10FFFF, and the text is left empty.
    */
@@ -103,8 +102,7 @@ class VYX_EXPORT KORUnicodeString {
   /**
    * Reads UTF-8 text from a stream: at most iCount bytes, all that follow when iCount is negative.
    *
-   * @return 0 on success; not 0 when the stream fails or the bytes are no well-formed UTF-8, and the text is left
-   * empty.
+   * @return 0 on success; not 0 when the stream fails or the bytes are no well-formed UTF-8, and the text is left empty.
    */
   int BuildFromStream(std::istream& ioStream, int iCount);
 
@@ -124,8 +122,8 @@ class VYX_EXPORT KORUnicodeString {
   void ConvertToUTF8(char* oBuffer, std::size_t* oLength) const;
 
   /**
-   * Writes the text as wide characters with a terminating zero to oBuffer, which must hold one more than the answer;
-   * null only counts. A byte of ill-formed text becomes U+FFFD.
+   * Writes the text as wide characters with a terminating zero to oBuffer, which must hold one more than the answer; null
+   * only counts. A byte of ill-formed text becomes U+FFFD.
    *
    * @return the number of wide characters without the terminating zero.
    */
@@ -149,12 +147,12 @@ class VYX_EXPORT KORUnicodeString {
     return std::cmp_less(iPosition, 0) ? KORUnicodeChar() : CharAt(static_cast<std::size_t>(iPosition));
   }
 
-  /// The iCount characters from iStart, fewer where the text ends before. A negative count, or a start outside the
-  /// text, gives the empty text.
+  /// The iCount characters from iStart, fewer where the text ends before. A negative count, or a start outside the text,
+  /// gives the empty text.
   KORUnicodeString SubString(int iStart, int iCount) const;
 
-  /// The position of iText, searched from iStart to the end; -1 when it is absent, when iText is empty or when iStart
-  /// is outside the text. Backward mode finds the last occurrence that does not begin before iStart.
+  /// The position of iText, searched from iStart to the end; -1 when it is absent, when iText is empty or when iStart is
+  /// outside the text. Backward mode finds the last occurrence that does not begin before iStart.
   int SearchSubString(const KORUnicodeString& iText, int iStart = 0,
                       KORSearchMode iMode = KORSearchMode::Forward) const noexcept;
 
@@ -162,8 +160,8 @@ class VYX_EXPORT KORUnicodeString {
   /// outside the text or a negative count changes nothing.
   KORUnicodeString& ReplaceSubString(int iStart, int iCount, const KORUnicodeString& iText);
 
-  /// Replaces every occurrence, found from left to right without overlap; the replacement is not searched again. An
-  /// empty iWhat changes nothing.
+  /// Replaces every occurrence, found from left to right without overlap; the replacement is not searched again. An empty
+  /// iWhat changes nothing.
   KORUnicodeString& ReplaceAll(const KORUnicodeString& iWhat, const KORUnicodeString& iWith);
 
   /// Inserts iText before a position; the text's length is the end. A position outside changes nothing.
@@ -194,8 +192,8 @@ class VYX_EXPORT KORUnicodeString {
   int Compare(const KORUnicodeString& iOther) const noexcept;
 
   /// 1 when the whole text matches the pattern, else 0. iAny matches any run of characters, the empty one included;
-  /// iEscape makes the next pattern character literal (at the end of a pattern it stands for itself). The time is at
-  /// most proportional to pattern times text.
+  /// iEscape makes the next pattern character literal (at the end of a pattern it stands for itself). The time is at most
+  /// proportional to pattern times text.
   int WildMatch(const KORUnicodeString& iPattern, const KORUnicodeChar& iAny, const KORUnicodeChar& iEscape) const;
 
   bool operator==(const KORUnicodeString& iOther) const noexcept { return ToStringView() == iOther.ToStringView(); }

@@ -34,6 +34,9 @@ void KORError::KORCleanLastError() noexcept {
 
 long KORError::KORSetLastError(long iCode, KORUnicodeString iMessage) noexcept {
   KORCleanLastError();
-  PendingSlot(&Destroy).Set(new (std::nothrow) KORError(iCode, std::move(iMessage)));
+  auto* const pending = new (std::nothrow) KORError(iCode, std::move(iMessage));
+  if (!PendingSlot(&Destroy).Set(pending)) {
+    Destroy(pending);
+  }
   return iCode;
 }

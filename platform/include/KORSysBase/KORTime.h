@@ -1,0 +1,46 @@
+#pragma once
+
+#include <cstdint>
+
+#include "KORSysTS/KORUnicodeString.h"
+#include "VYXExport.h"
+
+/// The time zone in which KORTime shows a moment.
+enum class KORTz : std::int32_t {
+  Local = 0,  ///< the host's time zone
+  Utc = 1     ///< coordinated universal time
+};
+
+/**
+ * A moment, kept to the nanosecond, and its text.
+ *
+ * A value of 16 bytes; may be used from any thread.
+ */
+class VYX_EXPORT KORTime {
+ public:
+  /// 1970-01-01 00:00:00 UTC.
+  constexpr KORTime() noexcept = default;
+
+  /// So many seconds after (before, when negative) 1970-01-01 00:00:00 UTC, and nanoseconds of 0 to 999,999,999.
+  constexpr explicit KORTime(std::int64_t iUnixSeconds, std::int32_t iNanoseconds = 0) noexcept
+      : _seconds(iUnixSeconds), _nanoseconds(iNanoseconds) {}
+
+  /// The present moment.
+  static KORTime GetCurrentLocalTime() noexcept;
+
+  constexpr std::int64_t GetUnixSeconds() const noexcept { return _seconds; }
+  constexpr std::int32_t GetNanoseconds() const noexcept { return _nanoseconds; }
+
+  /**
+   * The moment as text. The format is that of the C library's strftime in its "C" locale, whatever locale is set; an
+   * unknown conversion is copied as it stands. A moment that the host's calendar cannot show in the local zone is shown
+   * in UTC.
+   */
+  KORUnicodeString ConvertToString(const KORUnicodeString& iFormat, KORTz iZone = KORTz::Local) const;
+
+  constexpr bool operator==(const KORTime&) const noexcept = default;
+
+ private:
+  std::int64_t _seconds = 0;
+  std::int32_t _nanoseconds = 0;
+};
