@@ -24,6 +24,11 @@ int Duplicate(int iFile, int iLowest) {
   return fcntl(iFile, F_DUPFD_CLOEXEC, iLowest);
 }
 
+int ClearNonBlocking(int iFile) {
+  const int flags = fcntl(iFile, F_GETFL);
+  return flags == -1 ? -1 : fcntl(iFile, F_SETFL, flags & ~O_NONBLOCK);
+}
+
 int AccessAsEffectiveUser(const char* iPath, int iMode) {
   return faccessat(AT_FDCWD, iPath, iMode, AT_EACCESS);
 }
@@ -45,6 +50,7 @@ constinit SystemCalls gSystemCalls = {
     .Write = write,
     .Close = close,
     .MoveDescriptor = Duplicate,
+    .MakeBlocking = ClearNonBlocking,
     .StatFile = fstat,
     .StatPath = stat,
     .StatAt = fstatat,

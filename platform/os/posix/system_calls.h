@@ -20,6 +20,7 @@ struct SystemCalls {
   ssize_t (*Write)(int iFile, const void* iData, std::size_t iSize);
   int (*Close)(int iFile);
   int (*MoveDescriptor)(int iFile, int iLowest);
+  int (*MakeBlocking)(int iFile);
   int (*StatFile)(int iFile, struct stat* oInfo);
   int (*StatPath)(const char* iPath, struct stat* oInfo);
   int (*StatAt)(int iFolder, const char* iPath, struct stat* oInfo, int iFlags);
