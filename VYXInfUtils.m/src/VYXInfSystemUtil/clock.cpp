@@ -22,8 +22,10 @@ std::uint64_t VYXInfSystemUtil::GetTimeInMicroseconds() {
 }
 
 double VYXInfSystemUtil::GetElapsedSeconds(double iOffset) {
-  static const std::uint64_t reference = GetTimeInMicroseconds();
-  const std::uint64_t elapsed = GetTimeInMicroseconds() - reference;
+  const std::uint64_t now = GetTimeInMicroseconds();
+  static const std::uint64_t reference = now;
+  // Signed, because the thread that set the reference may have read the counter after this one did.
+  const auto elapsed = static_cast<std::int64_t>(now - reference);
   return static_cast<double>(elapsed) / static_cast<double>(kMicrosecondsPerSecond) - iOffset;
 }
 

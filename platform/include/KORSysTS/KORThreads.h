@@ -14,7 +14,7 @@ class VYX_EXPORT KORThreads {
   static ThreadId GetCurrentThreadId() noexcept;
 
   /// The number of the thread that runs main; null where the platform has no record of it. Valid as long as the
-  /// process.
+  /// calling thread.
   static const ThreadId* GetMainThread() noexcept;
 
   /// 1 when both numbers denote the same thread, else 0.

@@ -7,6 +7,8 @@ KORThreads::ThreadId KORThreads::GetCurrentThreadId() noexcept {
 }
 
 const KORThreads::ThreadId* KORThreads::GetMainThread() noexcept {
-  static const ThreadId mainThread = VYX::Os::MainThreadId();
+  // Asked each time, because a forked child has another main thread; one copy a thread, so that none writes another's.
+  thread_local ThreadId mainThread = 0;
+  mainThread = VYX::Os::MainThreadId();
   return mainThread == 0 ? nullptr : &mainThread;
 }
