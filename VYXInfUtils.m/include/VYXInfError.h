@@ -7,17 +7,17 @@
 class KORListValVYXInfError;
 
 /**
- * A result code together with a message captured when the error was made: a failure that can be kept, compared, collected
- * and shown.
+ * A result code together with a message captured when the error was made: a failure that can be kept, compared,
+ * collected and shown.
  *
  * One object belongs to one thread at a time. No operation fails.
  */
 class VYX_EXPORT VYXInfError {
  public:
   /**
-   * Captures an error. For a code other than 0 the calling thread's pending platform error of that code, if there is one,
-   * gives the message and is consumed: a later failure trace does not report it again. Where there is none the message is
-   * "Unknown error with code " and the signed decimal code.
+   * Captures an error. For a code other than 0 the calling thread's pending platform error of that code, if there is
+   * one, gives the message and is consumed: a later failure trace does not report it again. Where there is none the
+   * message is "Unknown error with code " and the signed decimal code.
    *
    * @param iCode the result code, of which 32 bits are kept; 0 has an empty message and leaves the pending error alone.
    */
@@ -47,8 +47,8 @@ class VYX_EXPORT VYXInfError {
 
 extern template class VYX_EXPORT KORListVal<VYXInfError>;
 
-/// A list of errors, held by value, positions counted from 1; KORListVal tells the rules. Copies do not consult the platform's
-/// pending error again.
+/// A list of errors, held by value, positions counted from 1; KORListVal tells the rules. Copies do not consult the
+/// platform's pending error again.
 class VYX_EXPORT KORListValVYXInfError : public KORListVal<VYXInfError> {
  public:
   using KORListVal::KORListVal;

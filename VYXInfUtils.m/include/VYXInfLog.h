@@ -12,8 +12,8 @@
 #endif
 
 /**
- * Message levels, a lower number being more severe. A value outside the named ones is a legal argument everywhere: it is
- * named "TRACE".
+ * Message levels, a lower number being more severe. A value outside the named ones is a legal argument everywhere: it
+ * is named "TRACE".
  */
 enum VYXInfLogLevel : std::int32_t {
   FATAL = 0,  ///< "FATAL"
@@ -36,8 +36,8 @@ struct LoggerAccess;
 /**
  * The one logger of the library and of the programs that use it.
  *
- * A process has one default logger, reached through GetDefaultLogger and never absent: until it is configured it is a console
- * logger at INFO, which writes one line per message to standard output:
+ * A process has one default logger, reached through GetDefaultLogger and never absent: until it is configured it is a
+ * console logger at INFO, which writes one line per message to standard output:
  *
  *     2019-03-05_14-07-09; INFO; 4242; 4243; the text
  *
@@ -48,8 +48,8 @@ struct LoggerAccess;
  *       logger->Log(INFO, "ready");
  *     }
  *
- * Loggers are made by the library only. Every operation may be called from several threads at once, before main and while
- * static objects are destroyed.
+ * Loggers are made by the library only. Every operation may be called from several threads at once, before main and
+ * while static objects are destroyed.
  */
 class VYX_EXPORT VYXInfLog {
  public:
@@ -84,14 +84,15 @@ class VYX_EXPORT VYXInfLog {
    */
   void Log(VYXInfLogLevel iLevel, const char* iText);
 
-  /// True when a message of this level would be dropped: for a console logger, when the level's number is greater than the
-  /// logger's threshold.
+  /// True when a message of this level would be dropped: for a console logger, when the level's number is greater than
+  /// the logger's threshold.
   bool IsFiltered(VYXInfLogLevel iLevel) const;
 
   /// The level's name; "TRACE" for every value outside 0 to 5.
   static const char* LevelToString(VYXInfLogLevel iLevel);
 
-  /// The level whose name is iText, whatever its letter case; iDefaultLevel for null, an empty text and an unknown name.
+  /// The level whose name is iText, whatever its letter case; iDefaultLevel for null, an empty text and an unknown
+  /// name.
   static VYXInfLogLevel LevelFromString(const char* iText, VYXInfLogLevel iDefaultLevel);
 
   /// A logger with a back end that was not retired says so, ten times, at FATAL; any other ends silently.

@@ -45,7 +45,9 @@ LogLine Parse(std::string_view iLine) {
 
 }  // namespace
 
-void PrintTo(const LogLine& iLine, std::ostream* ioStream) { *ioStream << iLine.level << " '" << iLine.text << "'"; }
+void PrintTo(const LogLine& iLine, std::ostream* ioStream) {
+  *ioStream << iLine.level << " '" << iLine.text << "'";
+}
 
 CapturedStdout::CapturedStdout() {
   std::fflush(stdout);
@@ -81,9 +83,13 @@ std::vector<LogLine> CapturedStdout::LogLines() {
   return lines;
 }
 
-ConsoleLevel::ConsoleLevel(int iLevel) { Internal::LoggerAccess::InstallConsole(static_cast<VYXInfLogLevel>(iLevel)); }
+ConsoleLevel::ConsoleLevel(int iLevel) {
+  Internal::LoggerAccess::InstallConsole(static_cast<VYXInfLogLevel>(iLevel));
+}
 
-ConsoleLevel::~ConsoleLevel() { Internal::LoggerAccess::InstallConsole(INFO); }
+ConsoleLevel::~ConsoleLevel() {
+  Internal::LoggerAccess::InstallConsole(INFO);
+}
 
 bool IsTrace(const LogLine& iLine, const std::string& iKind, const std::string& iSource) {
   const std::string start = iKind + " (VYXInfrastructure/VYXInfUtils.m/src/" + iSource;

@@ -17,11 +17,13 @@ struct LogLine {
 void PrintTo(const LogLine& iLine, std::ostream* ioStream);
 
 /**
- * Catches what the process writes to standard output while the object lives, at the level of the descriptor. One at a time.
+ * Catches what the process writes to standard output while the object lives, at the level of the descriptor. One at a
+ * time.
  *
  *     CapturedStdout captured;
  *     tree.GetInteger("k", value);
- *     EXPECT_THAT(captured.LogLines(), ElementsAre(FailureReturnIn("VYXPropertyTree"), LogLine{"ERROR", "    MESSAGE:  ..."}));
+ *     EXPECT_THAT(captured.LogLines(), ElementsAre(FailureReturnIn("VYXPropertyTree"), LogLine{"ERROR", "    MESSAGE:
+ * ..."}));
  */
 class CapturedStdout {
  public:
@@ -33,7 +35,8 @@ class CapturedStdout {
   /// Everything written so far.
   std::string Text();
 
-  /// The console logger's lines written so far: level and text, in order. A line that is not the logger's has an empty level.
+  /// The console logger's lines written so far: level and text, in order. A line that is not the logger's has an empty
+  /// level.
   std::vector<LogLine> LogLines();
 
  private:
@@ -41,7 +44,8 @@ class CapturedStdout {
   int _saved;
 };
 
-/// Sets the default logger's console threshold while the object lives; the logger is replaced, so hold no reference over it.
+/// Sets the default logger's console threshold while the object lives; the logger is replaced, so hold no reference
+/// over it.
 class ConsoleLevel {
  public:
   explicit ConsoleLevel(int iLevel);

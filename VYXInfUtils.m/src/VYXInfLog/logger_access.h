@@ -22,8 +22,8 @@ struct LoggerAccess {
                                              VYXInfLogLevel iLevel);
 
   /**
-   * Replaces the default logger under the logger lock. False when the console default meets a logger that is there, or when
-   * the mode is in force already.
+   * Replaces the default logger under the logger lock. False when the console default meets a logger that is there, or
+   * when the mode is in force already.
    *
    * @param iMode the mode to come.
    * @param iBuild makes the logger of the mode, called under the lock; null for mode None.

@@ -26,8 +26,12 @@ long LogPendingError(long iCode) {
   return iCode;
 }
 
-void TraceFailureReturn(const SourceSite& iSite) { TraceLine("FAILURE RETURN", iSite); }
+void TraceFailureReturn(const SourceSite& iSite) {
+  TraceLine("FAILURE RETURN", iSite);
+}
 
-void TraceFailureLog(const SourceSite& iSite) { TraceLine("FAILURE LOG", iSite); }
+void TraceFailureLog(const SourceSite& iSite) {
+  TraceLine("FAILURE LOG", iSite);
+}
 
 }  // namespace VYX::Internal

@@ -13,8 +13,8 @@
 #include "VYXInfLog.h"
 
 /**
- * How every failure site of the library reports: first the pending platform error, then the trace line, then the detail line,
- * each written at ERROR and only unless ERROR is filtered; nothing is composed otherwise.
+ * How every failure site of the library reports: first the pending platform error, then the trace line, then the detail
+ * line, each written at ERROR and only unless ERROR is filtered; nothing is composed otherwise.
  *
  *     if (code < 0) {
  *       return FailureReturn(VYX_HERE, LogPendingError(code));           // after a platform call
@@ -34,14 +34,22 @@ struct SourceSite {
 /// The place where this stands.
 #define VYX_HERE (::VYX::Internal::SourceSite{__FILE__, __LINE__})
 
-/// True when the default logger would drop a message of this level. Costs one relaxed atomic load and a comparison for a
-/// console logger.
+/// True when the default logger would drop a message of this level. Costs one relaxed atomic load and a comparison for
+/// a console logger.
 bool IsFiltered(VYXInfLogLevel iLevel);
 
-inline void AppendPiece(std::string& ioLine, std::string_view iPiece) { ioLine.append(iPiece); }
-inline void AppendPiece(std::string& ioLine, const char* iPiece) { ioLine.append(iPiece == nullptr ? "" : iPiece); }
-inline void AppendPiece(std::string& ioLine, const std::string& iPiece) { ioLine.append(iPiece); }
-inline void AppendPiece(std::string& ioLine, const KORUnicodeString& iPiece) { ioLine.append(iPiece.ToStringView()); }
+inline void AppendPiece(std::string& ioLine, std::string_view iPiece) {
+  ioLine.append(iPiece);
+}
+inline void AppendPiece(std::string& ioLine, const char* iPiece) {
+  ioLine.append(iPiece == nullptr ? "" : iPiece);
+}
+inline void AppendPiece(std::string& ioLine, const std::string& iPiece) {
+  ioLine.append(iPiece);
+}
+inline void AppendPiece(std::string& ioLine, const KORUnicodeString& iPiece) {
+  ioLine.append(iPiece.ToStringView());
+}
 template <std::integral Integer>
 void AppendPiece(std::string& ioLine, Integer iPiece) {
   char digits[24];
@@ -67,8 +75,8 @@ void LogUnlessFiltered(VYXInfLogLevel iLevel, const Pieces&... iPieces) {
   }
 }
 
-/// The pending-error step: writes the message of the platform's pending error of a negative code, if there is one, and clears
-/// it. Answers the code.
+/// The pending-error step: writes the message of the platform's pending error of a negative code, if there is one, and
+/// clears it. Answers the code.
 long LogPendingError(long iCode);
 
 /// Writes the line "FAILURE RETURN (path:line)".
@@ -83,7 +91,8 @@ void TraceDetail(const Pieces&... iPieces) {
   LogUnlessFiltered(ERROR, "    MESSAGE:  ", iPieces...);
 }
 
-/// The trace, and the detail line where there are pieces, before a return; answers iResult, the failure value to return.
+/// The trace, and the detail line where there are pieces, before a return; answers iResult, the failure value to
+/// return.
 template <class Result, class... Pieces>
 Result FailureReturn(const SourceSite& iSite, Result iResult, const Pieces&... iPieces) {
   TraceFailureReturn(iSite);
@@ -102,8 +111,8 @@ void FailureLog(const SourceSite& iSite, const Pieces&... iPieces) {
   }
 }
 
-/// Runs an operation that may throw; an exception of the standard family ends in a trace with its text, and the failure value
-/// is answered. Other exceptions pass.
+/// Runs an operation that may throw; an exception of the standard family ends in a trace with its text, and the failure
+/// value is answered. Other exceptions pass.
 template <class Result, class Operation>
 Result CatchAtBoundary(const SourceSite& iSite, Result iFailure, Operation&& iOperation) {
   try {

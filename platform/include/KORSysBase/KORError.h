@@ -6,17 +6,17 @@
 struct IUnknown;
 
 /**
- * The pending error of the calling thread: the code of the platform function that failed last, and a message that names the
- * object and the cause ("Cannot open '/x/y' for reading: No such file or directory").
+ * The pending error of the calling thread: the code of the platform function that failed last, and a message that names
+ * the object and the cause ("Cannot open '/x/y' for reading: No such file or directory").
  *
- * Every platform function that fails leaves one; who reports it clears it, so that one error is reported once. Each thread
- * has its own.
+ * Every platform function that fails leaves one; who reports it clears it, so that one error is reported once. Each
+ * thread has its own.
  */
 class VYX_EXPORT KORError {
  public:
   /**
-   * The calling thread's pending error, if it is the one of this code. E_FAIL, the code that says least, yields whatever
-   * error is pending.
+   * The calling thread's pending error, if it is the one of this code. E_FAIL, the code that says least, yields
+   * whatever error is pending.
    *
    * @param iCode the failing result code.
    * @param iContext always null.

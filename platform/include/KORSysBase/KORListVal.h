@@ -7,11 +7,11 @@
 #include "KORSysBase/KORRawCollPV.h"
 
 /**
- * The pattern of the library's value lists: a raw collection of pointers to heap copies that the list owns, positions counted
- * from 1. Every copy of a list copies every element.
+ * The pattern of the library's value lists: a raw collection of pointers to heap copies that the list owns, positions
+ * counted from 1. Every copy of a list copies every element.
  *
- * An element keeps its address until it is removed. A position outside 1 to Size() stops the program. One list belongs to one
- * thread at a time.
+ * An element keeps its address until it is removed. A position outside 1 to Size() stops the program. One list belongs
+ * to one thread at a time.
  *
  * @tparam T the element type; two elements are compared with `!=`.
  */

@@ -5,14 +5,16 @@
 /**
  * Result codes: signed 32-bit values in the HRESULT convention, carried in a `long`.
  *
- * A code is a success when it is zero or positive and a failure when it is negative; test the sign, never equality. Where
- * `long` has 64 bits the codes are sign-extended. The header may stand before or after one that defines the same names as
- * macros.
+ * A code is a success when it is zero or positive and a failure when it is negative; test the sign, never equality.
+ * Where `long` has 64 bits the codes are sign-extended. The header may stand before or after one that defines the same
+ * names as macros.
  */
 namespace VYX {
 
 /// The result code of its unsigned 32-bit spelling.
-constexpr long ResultCode(std::uint32_t iCode) noexcept { return static_cast<long>(static_cast<std::int32_t>(iCode)); }
+constexpr long ResultCode(std::uint32_t iCode) noexcept {
+  return static_cast<long>(static_cast<std::int32_t>(iCode));
+}
 
 }  // namespace VYX
 

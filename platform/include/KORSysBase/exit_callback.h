@@ -23,8 +23,8 @@ class VYX_EXPORT exit_callback {
   };
 
   /**
-   * Registers a callback. A handle that is set already is left as it is, so that one handle registers once; it is not set
-   * when the registrar fails.
+   * Registers a callback. A handle that is set already is left as it is, so that one handle registers once; it is not
+   * set when the registrar fails.
    *
    * @param iCallback what runs when the process ends; it must not throw.
    * @param iOrder kept for callers that rank their callbacks; the at-exit list runs the newest first.

@@ -20,16 +20,17 @@ VYX_EXPORT void deallocateArrayChar(char* ioData) noexcept;
 /**
  * A byte buffer: data pointer, size in bytes and the function that frees the data.
  *
- * Copies share the data, which is freed once, when the last of them dies. The bytes are meant to be read: who writes through
- * GetData of a shared buffer writes for all its owners. Owners may live on different threads; one object belongs to one
- * thread at a time.
+ * Copies share the data, which is freed once, when the last of them dies. The bytes are meant to be read: who writes
+ * through GetData of a shared buffer writes for all its owners. Owners may live on different threads; one object
+ * belongs to one thread at a time.
  */
 class VYX_EXPORT Binary {
  public:
   /// An empty buffer without data.
   Binary() noexcept = default;
 
-  /// Takes data over, to be freed with iRelease, once; a null iRelease leaves it to the caller, who has to keep it alive.
+  /// Takes data over, to be freed with iRelease, once; a null iRelease leaves it to the caller, who has to keep it
+  /// alive.
   Binary(char* ioData, std::uint64_t iSize, ReleaseFunction iRelease);
 
   Binary(const Binary& iOther) noexcept;
@@ -81,7 +82,8 @@ class VYX_EXPORT BinaryReader {
  public:
   explicit BinaryReader(const Binary& iBinary) noexcept : _slice(iBinary) {}
 
-  /// Goes to a byte position. A position beyond the end is refused: the answer is false and the reader stays where it is.
+  /// Goes to a byte position. A position beyond the end is refused: the answer is false and the reader stays where it
+  /// is.
   bool Seek(std::uint64_t iPosition) noexcept;
 
   /// Reads the next byte. At the end the answer is false and oChar is untouched.

@@ -10,9 +10,9 @@ namespace QB {
 /**
  * A read-only view of UTF-8 text that belongs to somebody else, such as the JSON reader or a path list.
  *
- * It stands wherever a `const KORUnicodeString&` is expected, without a conversion or a copy; a text copied from it owns its
- * bytes. The viewed bytes end with a zero byte and must outlive the view; a view handed to a visitor is valid during the
- * visit. Walking it by position costs a scan each time for text outside ASCII: take ToUnicode for that.
+ * It stands wherever a `const KORUnicodeString&` is expected, without a conversion or a copy; a text copied from it
+ * owns its bytes. The viewed bytes end with a zero byte and must outlive the view; a view handed to a visitor is valid
+ * during the visit. Walking it by position costs a scan each time for text outside ASCII: take ToUnicode for that.
  */
 class VYX_EXPORT StringView {
  public:

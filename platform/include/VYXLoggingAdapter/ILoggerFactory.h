@@ -21,7 +21,8 @@ class VYX_EXPORT ISinkHandle {
 };
 
 /**
- * The logging back end: makes channel loggers and takes sinks. Every operation may be called from several threads at once.
+ * The logging back end: makes channel loggers and takes sinks. Every operation may be called from several threads at
+ * once.
  *
  * The order of the virtual operations is fixed.
  */

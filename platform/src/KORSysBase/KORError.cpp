@@ -16,7 +16,9 @@ VYX::Os::ThreadSlot& PendingSlot(void (*iDestroy)(void*)) {
 
 }  // namespace
 
-void KORError::Destroy(void* iError) noexcept { delete static_cast<KORError*>(iError); }
+void KORError::Destroy(void* iError) noexcept {
+  delete static_cast<KORError*>(iError);
+}
 
 KORError* KORError::KORGetLastError(long iCode, IUnknown*) noexcept {
   auto* const pending = static_cast<KORError*>(PendingSlot(&Destroy).Get());

@@ -38,19 +38,29 @@ void StopAtBadPosition(const char* iCollection, int iPosition, int iSize) noexce
 
 }  // namespace VYX::Platform
 
-KORRawCollPV::KORRawCollPV(int iCapacity, int) { ReserveHint(_pointers, iCapacity); }
+KORRawCollPV::KORRawCollPV(int iCapacity, int) {
+  ReserveHint(_pointers, iCapacity);
+}
 
 void KORRawCollPV::RemovePosition(int iPosition) {
   _pointers.erase(_pointers.begin() + static_cast<std::ptrdiff_t>(Index(iPosition)));
 }
 
-void KORRawCollPV::RemoveAll(KORCollec::MemoryHandling iHandling) { Clear(_pointers, iHandling); }
+void KORRawCollPV::RemoveAll(KORCollec::MemoryHandling iHandling) {
+  Clear(_pointers, iHandling);
+}
 
-KORRawColldouble::KORRawColldouble(int iCapacity) { ReserveHint(_values, iCapacity); }
+KORRawColldouble::KORRawColldouble(int iCapacity) {
+  ReserveHint(_values, iCapacity);
+}
 
-void KORRawColldouble::RemoveAll(KORCollec::MemoryHandling iHandling) { Clear(_values, iHandling); }
+void KORRawColldouble::RemoveAll(KORCollec::MemoryHandling iHandling) {
+  Clear(_values, iHandling);
+}
 
-KORListValKORUnicodeString::KORListValKORUnicodeString(int iCapacity, int) { ReserveHint(_texts, iCapacity); }
+KORListValKORUnicodeString::KORListValKORUnicodeString(int iCapacity, int) {
+  ReserveHint(_texts, iCapacity);
+}
 
 KORListValKORUnicodeString::KORListValKORUnicodeString(const KORUnicodeString* iTexts, int iCount)
     : _texts(iTexts, iTexts + std::max(iCount, 0)) {}
@@ -76,4 +86,6 @@ void KORListValKORUnicodeString::RemovePosition(int iPosition) {
   _texts.erase(_texts.begin() + static_cast<std::ptrdiff_t>(Index(iPosition)));
 }
 
-void KORListValKORUnicodeString::RemoveAll(KORCollec::MemoryHandling iHandling) { Clear(_texts, iHandling); }
+void KORListValKORUnicodeString::RemoveAll(KORCollec::MemoryHandling iHandling) {
+  Clear(_texts, iHandling);
+}

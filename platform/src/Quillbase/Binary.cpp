@@ -10,9 +10,13 @@ struct Binary::Owner {
   ReleaseFunction release;
 };
 
-char* allocateArrayChar(std::size_t iSize) { return new char[iSize]; }
+char* allocateArrayChar(std::size_t iSize) {
+  return new char[iSize];
+}
 
-void deallocateArrayChar(char* ioData) noexcept { delete[] ioData; }
+void deallocateArrayChar(char* ioData) noexcept {
+  delete[] ioData;
+}
 
 Binary::Binary(char* ioData, std::uint64_t iSize, ReleaseFunction iRelease) : _data(ioData), _size(iSize) {
   if (ioData == nullptr || iRelease == nullptr) {
