@@ -1,0 +1,53 @@
+"""What belongs together: folders and their map, sources and the build."""
+
+import posixpath
+import re
+
+from source_tree import Finding
+
+BUILT = ("VYXInfUtils.m/src/", "platform/", "examples/", "programs/", "tests/", "benchmarks/", "fuzz/")
+MAP = "HACKING.md"
+
+
+def is_mapped(folder, named):
+    """A folder is in the map itself, or mirrors below tests/ one that is."""
+    mirrored = folder.removeprefix("tests/")
+    return folder in named or folder != mirrored and any(mirrored == mirror_of(name) for name in named)
+
+
+def mirror_of(name):
+    """The tests of the folders src/ and include/ stand directly below the mirror of what holds these."""
+    return re.sub(r"/(src|include)(?=/|$)", "", name)
+
+
+def check_map(tree):
+    """HACKING.md names every folder, and no folder that is gone."""
+    if MAP not in tree.by_path:
+        yield Finding("map", MAP, 1, "the map of the tree is missing")
+        return
+    named = {name.rstrip("/") for name in re.findall(r"^- `([^`]+/)`", tree.by_path[MAP].text, re.MULTILINE)}
+    for folder in tree.folders:
+        if not is_mapped(folder, named):
+            yield Finding("map", MAP, 1, f"folder {folder}/ is not named")
+    for name in sorted(named):
+        if not (tree.root / name).is_dir():
+            yield Finding("map", MAP, 1, f"folder {name}/ does not exist")
+
+
+def check_build_lists(tree):
+    """Every source is named in the CMakeLists.txt of its folder or of one above it."""
+    for file in filter(lambda file: file.suffix == ".cpp" and file.is_below(*BUILT), tree.files):
+        if not any(is_listed(tree, file, folder) for folder in parents(file.path)):
+            yield Finding("build-list", file.path, 1, "no CMakeLists.txt names this source")
+
+
+def parents(path):
+    while path:
+        path = posixpath.dirname(path)
+        yield path
+
+
+def is_listed(tree, file, folder):
+    build = tree.by_path.get(posixpath.join(folder, "CMakeLists.txt"))
+    relative = posixpath.relpath(file.path, folder or ".")
+    return build is not None and re.search(r"(?<![\w./-])" + re.escape(relative) + r"(?![\w.])", build.text) is not None
