@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iosfwd>
 #include <string>
 
 #include "VYXExport.h"
@@ -8,8 +9,8 @@
  * One character of a text: a Unicode code point, or one byte of an ill-formed UTF-8 text that belongs to no code point.
  *
  * A byte that stands in no well-formed sequence (see "Constraints on Conversion Processes" in chapter 3 of the Unicode
- * Standard) is a character of its own. It differs from every code point, and appending it to a text writes the same byte
- * again, so that no text changes by being taken apart and put together.
+ * Standard) is a character of its own. It differs from every code point, and appending it to a text writes the same
+ * byte again, so that no text changes by being taken apart and put together.
  *
  * A value of 4 bytes without ownership; safe to use from any thread.
  */
@@ -48,6 +49,10 @@ class VYX_EXPORT KORUnicodeChar {
 
   constexpr bool operator==(const KORUnicodeChar& iOther) const noexcept { return _value == iOther._value; }
   constexpr bool operator==(char iOther) const noexcept { return _value == FromNarrow(iOther); }
+  constexpr bool operator==(char32_t iCodePoint) const noexcept { return _value == iCodePoint && !IsByte(); }
+
+  /// Writes the UTF-8 bytes of the character.
+  friend VYX_EXPORT std::ostream& operator<<(std::ostream& ioStream, const KORUnicodeChar& iChar);
 
  private:
   static constexpr char32_t kReplacement = 0xFFFD;

@@ -20,19 +20,19 @@ class StringView;
 /**
  * A Unicode text: the type of every textual argument and result.
  *
- * The text is held as UTF-8, zero-terminated, in 24 bytes of which 22 hold short texts without an allocation. Copies are
- * deep; moves leave the empty text and never throw.
+ * The text is held as UTF-8, zero-terminated, in 24 bytes of which 22 hold short texts without an allocation. Copies
+ * are deep; moves leave the empty text and never throw.
  *
  * - A character is one code point (KORUnicodeChar); positions and counts of characters start at 0 and are `int`s.
- * - A byte that stands in no well-formed sequence is a character of its own: text built from `const char*` keeps its bytes,
- *   whatever they are, because file names are not always UTF-8.
- * - The narrow form is the UTF-8 itself: getting at it costs nothing. A zero byte inside a text is kept; whoever hands the
- *   narrow form to an interface that ends at the first zero has to check for it.
+ * - A byte that stands in no well-formed sequence is a character of its own: text built from `const char*` keeps its
+ * bytes, whatever they are, because file names are not always UTF-8.
+ * - The narrow form is the UTF-8 itself: getting at it costs nothing. A zero byte inside a text is kept; whoever hands
+ * the narrow form to an interface that ends at the first zero has to check for it.
  * - Order and equality compare bytes, which is the order of code points. Letter case follows Unicode's simple mappings
  *   (utf8proc), never the locale.
  *
- * One object may be read by several threads at once, and is changed by one only. Walking a long text by position from one end
- * to the other is linear overall.
+ * One object may be read by several threads at once, and is changed by one only. Walking a long text by position from
+ * one end to the other is linear overall.
  */
 class VYX_EXPORT KORUnicodeString {
  public:
@@ -54,17 +54,30 @@ class VYX_EXPORT KORUnicodeString {
   /// A character repeated; a count of 0 gives the empty text.
   explicit KORUnicodeString(const KORUnicodeChar& iChar, std::size_t iCount = 1);
 
-  KORUnicodeString(const KORUnicodeString& iOther);
+  KORUnicodeString(const KORUnicodeString& iOther) : _storage(iOther._storage) {
+    if (!iOther.IsInline()) {
+      CopyLong(iOther);
+    }
+  }
   KORUnicodeString(KORUnicodeString&& ioOther) noexcept : _storage(ioOther._storage) { ioOther.ResetToInline(); }
   ~KORUnicodeString() {
     if (IsOwned()) {
-      Release();
+      Free(_storage.large.text);
     }
   }
 
   KORUnicodeString& operator=(const KORUnicodeString& iOther);
-  KORUnicodeString& operator=(KORUnicodeString&& ioOther) noexcept;
-  KORUnicodeString& operator=(const char* iText);
+  KORUnicodeString& operator=(KORUnicodeString&& ioOther) noexcept {
+    Storage taken = ioOther._storage;
+    ioOther.ResetToInline();
+    std::swap(_storage, taken);
+    if (taken.small.tag == kOwnedTag) {
+      Free(taken.large.text);
+    }
+    return *this;
+  }
+  KORUnicodeString& operator=(const char* iText) { return Assign(AsView(iText)); }
+  KORUnicodeString& operator=(std::string_view iText) { return Assign(iText); }
 
   /// Makes the text empty and gives its memory back.
   void Reset() noexcept;
@@ -78,13 +91,14 @@ class VYX_EXPORT KORUnicodeString {
   /**
    * Takes over a UTF-8 text, zero bytes included.
    *
-   * @return 0 on success. Ill-formed UTF-8 (or a null pointer with a length) is refused: the answer is not 0 and the text
-   *         is left empty.
+   * @return 0 on success. Ill-formed UTF-8 (or a null pointer with a length) is refused: the answer is not 0 and the
+   * text is left empty.
    */
   int BuildFromUTF8(const char* iText, std::size_t iLength);
 
   /**
-   * Takes over a zero-terminated wide text: UTF-16 where `wchar_t` has 16 bits, UTF-32 elsewhere. Null gives the empty text.
+   * Takes over a zero-terminated wide text: UTF-16 where `wchar_t` has 16 bits, UTF-32 elsewhere. Null gives the empty
+   * text.
    *
    * @return 0 on success; not 0 for a lone surrogate or a value beyond U+10FFFF, and the text is left empty.
    */
@@ -95,14 +109,16 @@ class VYX_EXPORT KORUnicodeString {
    * width and precision included; other characters of the format are copied and "%%" gives "%". The decimal mark is
    * always a full stop.
    *
-   * @return 0 on success; not 0 for any other format, and the text is left empty.
+   * @return 0 on success; not 0 for any other format, for a width or precision above 65535 and for a null pointer, and
+   * the text is left empty.
    */
   int BuildFromNum(double iNumber, const char* iFormat);
 
   /**
    * Reads UTF-8 text from a stream: at most iCount bytes, all that follow when iCount is negative.
    *
-   * @return 0 on success; not 0 when the stream fails or the bytes are no well-formed UTF-8, and the text is left empty.
+   * @return 0 on success; not 0 when the stream fails or the bytes are no well-formed UTF-8, and the text is left
+   * empty.
    */
   int BuildFromStream(std::istream& ioStream, int iCount);
 
@@ -122,8 +138,8 @@ class VYX_EXPORT KORUnicodeString {
   void ConvertToUTF8(char* oBuffer, std::size_t* oLength) const;
 
   /**
-   * Writes the text as wide characters with a terminating zero to oBuffer, which must hold one more than the answer; null
-   * only counts. A byte of ill-formed text becomes U+FFFD.
+   * Writes the text as wide characters with a terminating zero to oBuffer, which must hold one more than the answer;
+   * null only counts. A byte of ill-formed text becomes U+FFFD.
    *
    * @return the number of wide characters without the terminating zero.
    */
@@ -147,12 +163,13 @@ class VYX_EXPORT KORUnicodeString {
     return std::cmp_less(iPosition, 0) ? KORUnicodeChar() : CharAt(static_cast<std::size_t>(iPosition));
   }
 
-  /// The iCount characters from iStart, fewer where the text ends before. A negative count, or a start outside the text,
-  /// gives the empty text.
+  /// The iCount characters from iStart, fewer where the text ends before. A negative count, or a start outside the
+  /// text, gives the empty text.
   KORUnicodeString SubString(int iStart, int iCount) const;
 
-  /// The position of iText, searched from iStart to the end; -1 when it is absent, when iText is empty or when iStart is
-  /// outside the text. Backward mode finds the last occurrence that does not begin before iStart.
+  /// The position of iText, searched from iStart to the end; -1 when it is absent, when iText is empty or when iStart
+  /// is outside the text. Backward mode finds the last occurrence that does not begin before iStart. Whole characters
+  /// are found only: a lone byte of ill-formed text is not found inside a character that contains it.
   int SearchSubString(const KORUnicodeString& iText, int iStart = 0,
                       KORSearchMode iMode = KORSearchMode::Forward) const noexcept;
 
@@ -160,8 +177,8 @@ class VYX_EXPORT KORUnicodeString {
   /// outside the text or a negative count changes nothing.
   KORUnicodeString& ReplaceSubString(int iStart, int iCount, const KORUnicodeString& iText);
 
-  /// Replaces every occurrence, found from left to right without overlap; the replacement is not searched again. An empty
-  /// iWhat changes nothing.
+  /// Replaces every occurrence, found from left to right without overlap; the replacement is not searched again. An
+  /// empty iWhat changes nothing.
   KORUnicodeString& ReplaceAll(const KORUnicodeString& iWhat, const KORUnicodeString& iWith);
 
   /// Inserts iText before a position; the text's length is the end. A position outside changes nothing.
@@ -176,6 +193,7 @@ class VYX_EXPORT KORUnicodeString {
   KORUnicodeString& Append(std::string_view iText);
   KORUnicodeString& operator+=(const KORUnicodeString& iText) { return Append(iText); }
   KORUnicodeString& operator+=(const char* iText) { return Append(iText); }
+  KORUnicodeString& operator+=(std::string_view iText) { return Append(iText); }
   KORUnicodeString& operator+=(const KORUnicodeChar& iChar) { return Append(iChar); }
   KORUnicodeString& operator+=(char iChar) { return Append(KORUnicodeChar(iChar)); }
 
@@ -192,8 +210,8 @@ class VYX_EXPORT KORUnicodeString {
   int Compare(const KORUnicodeString& iOther) const noexcept;
 
   /// 1 when the whole text matches the pattern, else 0. iAny matches any run of characters, the empty one included;
-  /// iEscape makes the next pattern character literal (at the end of a pattern it stands for itself). The time is at most
-  /// proportional to pattern times text.
+  /// iEscape makes the next pattern character literal (at the end of a pattern it stands for itself). The time is at
+  /// most proportional to pattern times text.
   int WildMatch(const KORUnicodeString& iPattern, const KORUnicodeChar& iAny, const KORUnicodeChar& iEscape) const;
 
   bool operator==(const KORUnicodeString& iOther) const noexcept { return ToStringView() == iOther.ToStringView(); }
@@ -202,6 +220,33 @@ class VYX_EXPORT KORUnicodeString {
     return ToStringView() <=> iOther.ToStringView();
   }
   std::strong_ordering operator<=>(const char* iOther) const noexcept { return ToStringView() <=> AsView(iOther); }
+
+  // Spelled out, although <=> implies them: the standard library's transparent comparators would otherwise take two
+  // texts for pointers, because texts convert to one.
+  friend bool operator<(const KORUnicodeString& iLeft, const KORUnicodeString& iRight) noexcept {
+    return iLeft.ToStringView() < iRight.ToStringView();
+  }
+  friend bool operator<(const KORUnicodeString& iLeft, const char* iRight) noexcept {
+    return iLeft.ToStringView() < AsView(iRight);
+  }
+  friend bool operator<(const char* iLeft, const KORUnicodeString& iRight) noexcept {
+    return AsView(iLeft) < iRight.ToStringView();
+  }
+  friend bool operator>(const KORUnicodeString& iLeft, const KORUnicodeString& iRight) noexcept {
+    return iRight < iLeft;
+  }
+  friend bool operator>(const KORUnicodeString& iLeft, const char* iRight) noexcept { return iRight < iLeft; }
+  friend bool operator>(const char* iLeft, const KORUnicodeString& iRight) noexcept { return iRight < iLeft; }
+  friend bool operator<=(const KORUnicodeString& iLeft, const KORUnicodeString& iRight) noexcept {
+    return !(iRight < iLeft);
+  }
+  friend bool operator<=(const KORUnicodeString& iLeft, const char* iRight) noexcept { return !(iRight < iLeft); }
+  friend bool operator<=(const char* iLeft, const KORUnicodeString& iRight) noexcept { return !(iRight < iLeft); }
+  friend bool operator>=(const KORUnicodeString& iLeft, const KORUnicodeString& iRight) noexcept {
+    return !(iLeft < iRight);
+  }
+  friend bool operator>=(const KORUnicodeString& iLeft, const char* iRight) noexcept { return !(iLeft < iRight); }
+  friend bool operator>=(const char* iLeft, const KORUnicodeString& iRight) noexcept { return !(iLeft < iRight); }
 
   friend KORUnicodeString operator+(const KORUnicodeString& iLeft, const KORUnicodeString& iRight) {
     return Joined(iLeft.ToStringView(), iRight.ToStringView());
@@ -220,9 +265,17 @@ class VYX_EXPORT KORUnicodeString {
     ioLeft.Append(iRight);
     return std::move(ioLeft);
   }
+  friend KORUnicodeString operator+(const KORUnicodeString& iLeft, const KORUnicodeChar& iRight) {
+    return Joined(iLeft.ToStringView(), KORUnicodeString(iRight).ToStringView());
+  }
+  friend KORUnicodeString operator+(const KORUnicodeString& iLeft, char iRight) {
+    return Joined(iLeft.ToStringView(), std::string_view(&iRight, 1));
+  }
   /// A text and a number do not add: the sum would be a pointer into the narrow form.
   template <std::integral Number>
   friend void operator+(const KORUnicodeString& iLeft, Number iRight) = delete;
+  template <std::integral Number>
+  friend void operator+(Number iLeft, const KORUnicodeString& iRight) = delete;
 
   /// Writes the UTF-8 bytes, padded as the stream's width asks.
   friend VYX_EXPORT std::ostream& operator<<(std::ostream& ioStream, const KORUnicodeString& iText);
@@ -256,6 +309,8 @@ class VYX_EXPORT KORUnicodeString {
   static std::string_view AsView(const char* iText) noexcept {
     return iText == nullptr ? std::string_view() : std::string_view(iText);
   }
+  KORUnicodeString& Assign(std::string_view iText);
+  void CopyLong(const KORUnicodeString& iOther);
   static KORUnicodeString Joined(std::string_view iLeft, std::string_view iRight);
 
   bool IsInline() const noexcept { return _storage.small.tag < kOwnedTag; }
@@ -268,10 +323,10 @@ class VYX_EXPORT KORUnicodeString {
   std::size_t ByteCount() const noexcept {
     return IsInline() ? _storage.small.tag : static_cast<std::size_t>(_storage.large.size);
   }
-  void Release() noexcept;
+  static void Free(char* ioText) noexcept;
   KORUnicodeChar CharAt(std::size_t iPosition) const noexcept;
 
-  // What follows lives in KORUnicodeString.cpp.
+  // The work on the storage, for the sources of this class.
   struct Access;
 
   Storage _storage;
