@@ -47,6 +47,10 @@ class FolderReader {
 /// Creates one folder. A folder that exists is a success, anything else of that name a failure.
 Status CreateFolder(const std::string& iPath);
 
+/// Creates one folder that only its owner may enter. A folder that exists is a success only where it is such a folder,
+/// of the same owner and no link; nobody else can have put it there.
+Status CreatePrivateFolder(const std::string& iPath);
+
 /// What a removal came to.
 struct RemovalReport {
   std::uint64_t removed = 0;  ///< files, links and folders that are gone

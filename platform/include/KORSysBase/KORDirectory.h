@@ -74,8 +74,19 @@ VYX_EXPORT long KORGetFileInfo(const char* iPath, KORFileInfo* oInfo);
 /// Creates one folder. 0 on success, also where the folder exists; the positive Windows error number on failure.
 VYX_EXPORT int KORCreateDirectory(const char* iPath);
 
-/// Creates a folder with every missing folder on the way. 0 on success, else the positive Windows error number.
-VYX_EXPORT int KORCreateDirectoryR(const char* iPath);
+/// Creates a folder with every missing folder on the way. 0 on success, also where the folder exists; else a negative
+/// code.
+VYX_EXPORT long KORCreateDirectoryR(const char* iPath);
+
+/**
+ * Creates a folder that only its owner may enter, with every missing folder on the way (those are private as well).
+ *
+ * A folder that exists is accepted only where it is private to the same owner and no link, as an earlier call left it:
+ * a folder that somebody else has put there is refused (0x800700B7, already exists).
+ *
+ * @return 0 on success, else a negative code.
+ */
+VYX_EXPORT long KORCreatePrivateDirectoryR(const char* iPath);
 
 /**
  * Removes a folder with everything inside, at any depth.

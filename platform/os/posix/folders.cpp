@@ -1,6 +1,9 @@
 #include "platform/os/folders.h"
 
 #include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstdlib>
@@ -80,6 +83,21 @@ Status CreateFolder(const std::string& iPath) {
   FileInfo info;
   const bool isThere = status.GetNative() == EEXIST && DescribePath(iPath, info).IsOk() && info.IsFolder();
   return isThere ? Status() : status;
+}
+
+Status CreatePrivateFolder(const std::string& iPath) {
+  constexpr mode_t kOthers = S_IRWXG | S_IRWXO;
+  // A separator at the end would make the host look through a link.
+  const std::string path = iPath.substr(0, iPath.find_last_not_of('/') + 1);
+  if (Uninterrupted([&] { return Calls().MakeFolder(path.c_str(), S_IRWXU); }) == 0) {
+    return {};
+  }
+  const Status status = Status::OfLastCall();
+  struct stat info {};
+  const bool isOwn = status.GetNative() == EEXIST &&
+                     Calls().StatAt(AT_FDCWD, path.c_str(), &info, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(info.st_mode) &&
+                     info.st_uid == geteuid() && (info.st_mode & kOthers) == 0;
+  return isOwn ? Status() : status;
 }
 
 Status CurrentFolder(std::string& oPath) {

@@ -20,6 +20,10 @@ int OpenRelative(int iFolder, const char* iPath, int iFlags) {
   return openat(iFolder, iPath, iFlags);
 }
 
+int CreateRelative(int iFolder, const char* iPath, int iFlags, mode_t iMode) {
+  return openat(iFolder, iPath, iFlags, iMode);
+}
+
 int Duplicate(int iFile, int iLowest) {
   return fcntl(iFile, F_DUPFD_CLOEXEC, iLowest);
 }
@@ -46,8 +50,11 @@ int RenameUnlessTaken(const char* iFrom, const char* iTo) {
 constinit SystemCalls gSystemCalls = {
     .Open = OpenWithMode,
     .OpenAt = OpenRelative,
+    .CreateAt = CreateRelative,
     .Read = read,
     .Write = write,
+    .ReadAt = pread,
+    .WriteAt = pwrite,
     .Close = close,
     .MoveDescriptor = Duplicate,
     .MakeBlocking = ClearNonBlocking,
@@ -60,8 +67,10 @@ constinit SystemCalls gSystemCalls = {
     .ChangeOwner = fchown,
     .Rename = rename,
     .RenameNew = RenameUnlessTaken,
+    .RenameAt = renameat,
     .UnlinkAt = unlinkat,
     .MakeFolder = mkdir,
+    .MakeFolderAt = mkdirat,
     .RealPath = realpath,
     .CurrentFolder = getcwd,
     .OpenFolder = opendir,

@@ -16,8 +16,11 @@ namespace VYX::Os::Posix {
 struct SystemCalls {
   int (*Open)(const char* iPath, int iFlags, mode_t iMode);
   int (*OpenAt)(int iFolder, const char* iPath, int iFlags);
+  int (*CreateAt)(int iFolder, const char* iPath, int iFlags, mode_t iMode);
   ssize_t (*Read)(int iFile, void* oBuffer, std::size_t iSize);
   ssize_t (*Write)(int iFile, const void* iData, std::size_t iSize);
+  ssize_t (*ReadAt)(int iFile, void* oBuffer, std::size_t iSize, off_t iOffset);
+  ssize_t (*WriteAt)(int iFile, const void* iData, std::size_t iSize, off_t iOffset);
   int (*Close)(int iFile);
   int (*MoveDescriptor)(int iFile, int iLowest);
   int (*MakeBlocking)(int iFile);
@@ -30,8 +33,10 @@ struct SystemCalls {
   int (*ChangeOwner)(int iFile, uid_t iOwner, gid_t iGroup);
   int (*Rename)(const char* iFrom, const char* iTo);
   int (*RenameNew)(const char* iFrom, const char* iTo);
+  int (*RenameAt)(int iFromFolder, const char* iFrom, int iToFolder, const char* iTo);
   int (*UnlinkAt)(int iFolder, const char* iPath, int iFlags);
   int (*MakeFolder)(const char* iPath, mode_t iMode);
+  int (*MakeFolderAt)(int iFolder, const char* iPath, mode_t iMode);
   char* (*RealPath)(const char* iPath, char* oPath);
   char* (*CurrentFolder)(char* oPath, std::size_t iSize);
   DIR* (*OpenFolder)(const char* iPath);

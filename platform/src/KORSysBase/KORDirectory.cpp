@@ -26,17 +26,26 @@ void SetKind(Os::EntryKind iKind, KORDirectoryEntry& oEntry) noexcept {
 
 // Every folder on the way, from the first to the last. What exists is no failure, be it made by somebody else
 // meanwhile.
-Os::Status CreateFolders(const std::string& iPath) {
-  Os::Status status = Os::CreateFolder(iPath);
+Os::Status CreateFolders(const std::string& iPath, Os::Status (*iCreate)(const std::string&)) {
+  Os::Status status = iCreate(iPath);
   if (status.IsOk()) {
     return status;
   }
   const char separator = Os::NativeSeparator();
   for (std::size_t end = iPath.find(separator, 1); end != std::string::npos; end = iPath.find(separator, end + 1)) {
     // A folder that may not be created is none that has to be: the last one decides.
-    static_cast<void>(Os::CreateFolder(iPath.substr(0, end)));
+    static_cast<void>(iCreate(iPath.substr(0, end)));
   }
-  return Os::CreateFolder(iPath);
+  return iCreate(iPath);
+}
+
+long CreateDirectoryR(std::string_view iPath, Os::Status (*iCreate)(const std::string&)) {
+  std::string native;
+  Os::Status status = Os::ToNativePath(iPath, native);
+  if (status.IsOk()) {
+    status = CreateFolders(native, iCreate);
+  }
+  return status.IsOk() ? 0 : LeaveError(status, "Cannot create the folder", iPath);
 }
 
 }  // namespace
@@ -117,17 +126,12 @@ int KORCreateDirectory(const char* iPath) {
   return status.ToErrorNumber();
 }
 
-int KORCreateDirectoryR(const char* iPath) {
-  const std::string_view path = ViewOf(iPath);
-  std::string native;
-  Os::Status status = Os::ToNativePath(path, native);
-  if (status.IsOk()) {
-    status = CreateFolders(native);
-  }
-  if (!status.IsOk()) {
-    LeaveError(status, "Cannot create the folder", path);
-  }
-  return status.ToErrorNumber();
+long KORCreateDirectoryR(const char* iPath) {
+  return CreateDirectoryR(ViewOf(iPath), Os::CreateFolder);
+}
+
+long KORCreatePrivateDirectoryR(const char* iPath) {
+  return CreateDirectoryR(ViewOf(iPath), Os::CreatePrivateFolder);
 }
 
 long KORRemoveDirectoryR(const char* iPath) {
