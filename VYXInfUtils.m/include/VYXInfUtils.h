@@ -5,3 +5,4 @@
 #include "VYXInfError.h"
 #include "VYXInfLog.h"
 #include "VYXInfSystemUtil.h"
+#include "VYXInfUri.h"
