@@ -60,6 +60,7 @@ PLANTED = [
     (SOURCE, "\n" + LONG_FUNCTION, ("function-length", SOURCE, 2)),
     ("docs/page.md", "text\n", ("map", "HACKING.md", 1)),
     ("HACKING.md", CLEAN["HACKING.md"] + "- `gone/` - nothing\n", ("map", "HACKING.md", 1)),
+    ("platform/os/README.md", "\n[gone](posix/gone.h)\n", ("link", "platform/os/README.md", 2)),
     ("VYXInfUtils.m/src/forgotten.cpp", "int a;\n", ("build-list", "VYXInfUtils.m/src/forgotten.cpp", 1)),
     ("VYXInfUtils.m/src/Thing.cpp", "int a;\n", ("build-list", "VYXInfUtils.m/src/Thing.cpp", 1)),
 ]
@@ -72,6 +73,7 @@ INNOCENT = [
     ("platform/os/posix/clock.cpp", "#if !defined(__linux__)\n#error wrong host\n#endif\n"),
     ("tests/platform/os/CMakeLists.txt", "# A folder that mirrors a mapped one\n"),
     ("tests/VYXInfUtils.m/CMakeLists.txt", "# A folder that mirrors one of sources\n"),
+    ("platform/os/README.md", "[clock](posix/clock.cpp#here), [top](../../HACKING.md), [web](https://example.org/)\n"),
     ("platform/os/windows_api.md", "Text with caf\u00e9  \n"),
     ("build/dev/generated.cpp", "#include <windows.h>"),
 ]

@@ -18,6 +18,7 @@ RULES = [
     text_rules.check_headers,
     text_rules.check_lengths,
     tree_rules.check_map,
+    tree_rules.check_links,
     tree_rules.check_build_lists,
 ]
 

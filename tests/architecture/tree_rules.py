@@ -7,6 +7,7 @@ from source_tree import Finding
 
 BUILT = ("VYXInfUtils.m/src/", "platform/", "examples/", "programs/", "tests/", "benchmarks/", "fuzz/")
 MAP = "HACKING.md"
+LINK = re.compile(r"\]\((?!\w+:)([^)#\s]+)")
 
 
 def is_mapped(folder, named):
@@ -32,6 +33,15 @@ def check_map(tree):
     for name in sorted(named):
         if not (tree.root / name).is_dir():
             yield Finding("map", MAP, 1, f"folder {name}/ does not exist")
+
+
+def check_links(tree):
+    """A relative link in a document leads somewhere."""
+    for file in filter(lambda file: file.suffix == ".md", tree.files):
+        for number, line in enumerate(file.lines, 1):
+            for target in LINK.findall(line):
+                if not (tree.root / posixpath.dirname(file.path) / target).exists():
+                    yield Finding("link", file.path, number, f"{target} does not exist")
 
 
 def check_build_lists(tree):
