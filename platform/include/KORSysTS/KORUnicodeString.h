@@ -173,8 +173,8 @@ class VYX_EXPORT KORUnicodeString {
   int SearchSubString(const KORUnicodeString& iText, int iStart = 0,
                       KORSearchMode iMode = KORSearchMode::Forward) const noexcept;
 
-  /// Puts iText in the place of iCount characters from iStart. A range that leaves the text is cut at its end; a start
-  /// outside the text or a negative count changes nothing.
+  /// Puts iText in the place of iCount characters from iStart. A range that leaves the text is cut at its end; the
+  /// position behind the last character is a start. A start outside the text or a negative count changes nothing.
   KORUnicodeString& ReplaceSubString(int iStart, int iCount, const KORUnicodeString& iText);
 
   /// Replaces every occurrence, found from left to right without overlap; the replacement is not searched again. An

@@ -55,10 +55,7 @@ bool ReadBytes(std::istream& ioStream, int iCount, std::string& oBytes) {
 
 KORUnicodeString::KORUnicodeString(const char* iText) : KORUnicodeString(AsView(iText)) {}
 
-KORUnicodeString::KORUnicodeString(std::string_view iText) {
-  ResetToInline();
-  Access::Append(*this, iText);
-}
+KORUnicodeString::KORUnicodeString(std::string_view iText) : KORUnicodeString(Joined(iText, {})) {}
 
 KORUnicodeString::KORUnicodeString(const KORUnicodeChar& iChar, std::size_t iCount) {
   ResetToInline();
@@ -89,7 +86,7 @@ KORUnicodeString::KORUnicodeString(Borrowed, const char* iText, std::size_t iLen
 // Runs while the storage is still a bare copy of the other's.
 void KORUnicodeString::CopyLong(const KORUnicodeString& iOther) {
   ResetToInline();
-  Access::Append(*this, iOther.ToStringView());
+  Joined(iOther.ToStringView(), {}).Swap(*this);
   if (IsOwned() && iOther.IsOwned()) {
     const std::uint64_t count = Access::HeaderOf(iOther).charCount.load(std::memory_order_relaxed);
     Access::HeaderOf(*this).charCount.store(count, std::memory_order_relaxed);
