@@ -18,6 +18,9 @@ class [[nodiscard]] Status {
 
   constexpr bool IsOk() const noexcept { return _native == 0; }
 
+  /// True when a name was taken that had to be free.
+  bool IsAlreadyThere() const noexcept;
+
   /// The host's own number.
   constexpr int GetNative() const noexcept { return _native; }
 

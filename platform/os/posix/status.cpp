@@ -64,6 +64,10 @@ Status Status::OfLastCall() noexcept {
   return Status(errno);
 }
 
+bool Status::IsAlreadyThere() const noexcept {
+  return _native == EEXIST;
+}
+
 int Status::ToErrorNumber() const noexcept {
   if (IsOk()) {
     return 0;
