@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <string>
+#include <string_view>
 
 #include "VYXInfSystemUtil.h"
 #include "atomic_save.h"
@@ -165,4 +167,14 @@ long VYXInfSystemUtil::SaveToFile(const KORUnicodeString& iFilePath, const QB::B
     return code;
   }
   return request.Has(ATOMIC) ? SaveBeside(request) : SaveInPlace(request);
+}
+
+long VYXInfSystemUtil::SaveToFile(const KORUnicodeString& iFilePath, const KORUnicodeString& iText, int iSaveFlag) {
+  const std::string_view bytes = iText.ToStringView();
+  if (bytes.empty()) {
+    LogUnlessFiltered(WARN, "ConvertToUTF8 returned ZERO bytes. Original string is: \n", iText);
+  }
+  // The text is UTF-8 as it stands: the buffer borrows its bytes, which are only read.
+  const QB::Binary content(const_cast<char*>(bytes.data()), bytes.size(), nullptr);
+  return SaveToFile(iFilePath, content, iSaveFlag, false);
 }

@@ -79,7 +79,10 @@ class TreeRemoval {
         return;
       }
     }
-    RemoveFolder(iParent, _levels.back().name, {});
+    if (RemoveFolder(iParent, _levels.back().name, {})) {
+      // Nothing can be left inside, whatever went wrong on the way.
+      _report = {_report.removed, 0, {}, {}};
+    }
   }
 
  private:
@@ -119,13 +122,16 @@ class TreeRemoval {
     return true;
   }
 
-  void RemoveFolder(int iParent, const std::string& iName, const std::string& iReportedName) {
+  bool RemoveFolder(int iParent, const std::string& iName, const std::string& iReportedName) {
     if (Uninterrupted([&] { return Calls().UnlinkAt(iParent, iName.c_str(), AT_REMOVEDIR); }) == 0) {
       ++_report.removed;
-    } else if (errno != ENOENT && (_report.failed == 0 || errno != ENOTEMPTY)) {
+      return true;
+    }
+    if (errno != ENOENT && (_report.failed == 0 || errno != ENOTEMPTY)) {
       // What is left inside was reported where it could not be removed.
       Note(Status::OfLastCall(), iReportedName);
     }
+    return false;
   }
 
   // Removes everything but folders from the current folder, and remembers those.
