@@ -4,5 +4,6 @@
 
 #include "VYXInfError.h"
 #include "VYXInfLog.h"
+#include "VYXInfProfile.h"
 #include "VYXInfSystemUtil.h"
 #include "VYXInfUri.h"
