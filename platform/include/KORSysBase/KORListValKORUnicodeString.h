@@ -46,10 +46,15 @@ class VYX_EXPORT KORListValKORUnicodeString {
   bool operator==(const KORListValKORUnicodeString& iOther) const = default;
 
   // For range-based loops and the standard algorithms.
-  auto begin() const noexcept { return _texts.begin(); }
-  auto end() const noexcept { return _texts.end(); }
-  auto begin() noexcept { return _texts.begin(); }
-  auto end() noexcept { return _texts.end(); }
+  using value_type = KORUnicodeString;
+  using reference = KORUnicodeString&;
+  using const_reference = const KORUnicodeString&;
+  using iterator = std::vector<KORUnicodeString>::iterator;
+  using const_iterator = std::vector<KORUnicodeString>::const_iterator;
+  const_iterator begin() const noexcept { return _texts.begin(); }
+  const_iterator end() const noexcept { return _texts.end(); }
+  iterator begin() noexcept { return _texts.begin(); }
+  iterator end() noexcept { return _texts.end(); }
 
  private:
   std::size_t Index(int iPosition) const noexcept {

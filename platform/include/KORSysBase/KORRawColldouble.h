@@ -32,10 +32,15 @@ class VYX_EXPORT KORRawColldouble {
   bool operator==(const KORRawColldouble& iOther) const = default;
 
   // For range-based loops and the standard algorithms.
-  auto begin() const noexcept { return _values.begin(); }
-  auto end() const noexcept { return _values.end(); }
-  auto begin() noexcept { return _values.begin(); }
-  auto end() noexcept { return _values.end(); }
+  using value_type = double;
+  using reference = double&;
+  using const_reference = const double&;
+  using iterator = std::vector<double>::iterator;
+  using const_iterator = std::vector<double>::const_iterator;
+  const_iterator begin() const noexcept { return _values.begin(); }
+  const_iterator end() const noexcept { return _values.end(); }
+  iterator begin() noexcept { return _values.begin(); }
+  iterator end() noexcept { return _values.end(); }
 
  private:
   std::size_t Index(int iPosition) const noexcept {
