@@ -47,6 +47,7 @@ Status InvalidParameter() noexcept;  ///< an argument that can never be right
 Status InvalidHandle() noexcept;     ///< no open file or folder
 Status FileTooLarge() noexcept;      ///< a size beyond what the caller can hold
 Status DeviceFull() noexcept;        ///< no room left
+Status OutOfMemory() noexcept;       ///< no memory left
 }  // namespace Failure
 
 }  // namespace VYX::Os

@@ -115,6 +115,9 @@ Status FileTooLarge() noexcept {
 Status DeviceFull() noexcept {
   return Status(ENOSPC);
 }
+Status OutOfMemory() noexcept {
+  return Status(ENOMEM);
+}
 }  // namespace Failure
 
 }  // namespace VYX::Os

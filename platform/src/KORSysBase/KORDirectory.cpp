@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "create_folders.h"
 #include "pending_error.h"
 #include "platform/os/files.h"
 #include "platform/os/folders.h"
@@ -24,26 +25,11 @@ void SetKind(Os::EntryKind iKind, KORDirectoryEntry& oEntry) noexcept {
                                                   : 0;
 }
 
-// Every folder on the way, from the first to the last. What exists is no failure, be it made by somebody else
-// meanwhile.
-Os::Status CreateFolders(const std::string& iPath, Os::Status (*iCreate)(const std::string&)) {
-  Os::Status status = iCreate(iPath);
-  if (status.IsOk()) {
-    return status;
-  }
-  const char separator = Os::NativeSeparator();
-  for (std::size_t end = iPath.find(separator, 1); end != std::string::npos; end = iPath.find(separator, end + 1)) {
-    // A folder that may not be created is none that has to be: the last one decides.
-    static_cast<void>(iCreate(iPath.substr(0, end)));
-  }
-  return iCreate(iPath);
-}
-
 long CreateDirectoryR(std::string_view iPath, Os::Status (*iCreate)(const std::string&)) {
   std::string native;
   Os::Status status = Os::ToNativePath(iPath, native);
   if (status.IsOk()) {
-    status = CreateFolders(native, iCreate);
+    status = VYX::Platform::CreateFolders(native, iCreate);
   }
   return status.IsOk() ? 0 : LeaveError(status, "Cannot create the folder", iPath);
 }
