@@ -5,5 +5,6 @@
 #include "VYXInfError.h"
 #include "VYXInfLog.h"
 #include "VYXInfProfile.h"
+#include "VYXInfStringUtil.h"
 #include "VYXInfSystemUtil.h"
 #include "VYXInfUri.h"
