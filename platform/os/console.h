@@ -9,4 +9,7 @@ namespace VYX::Os {
 /// output loses the text silently and never ends the process. May be called from any thread.
 void WriteConsole(std::string_view iText) noexcept;
 
+/// The same for the process's standard error.
+void WriteErrorConsole(std::string_view iText) noexcept;
+
 }  // namespace VYX::Os

@@ -9,7 +9,10 @@
 
 #include "KORSysBase/exit_callback.h"
 #include "VYXInfLog/logger_access.h"
+#include "VYXLoggingAdapter/ILogger.h"
 #include "internal/FailureTrace.h"
+#include "platform/os/fork_hooks.h"
+#include "platform/os/output_redirection.h"
 
 namespace VYX::Internal {
 
@@ -18,7 +21,7 @@ namespace {
 // What a console logger lets pass, one bit a level, so that the library's own filter test is one load; 0 while it has
 // to be asked of the default logger itself.
 constexpr std::uint32_t kLevelCount = 6;
-constexpr std::uint32_t kKnown = 1U << 31;
+constexpr std::uint32_t kKnown = Logging::ILogger::kLevelsKnown;
 constinit std::atomic<std::uint32_t> gAcceptedLevels{0};
 
 // The process's logging. Never destroyed: static objects may log while they die.
@@ -32,20 +35,19 @@ struct DefaultLogger {
   qrm::internal::v1::exit_callback::Handle exitHandle;
 };
 
+DefaultLogger* MakeState();
+
 DefaultLogger& State() {
-  static DefaultLogger* const state = new DefaultLogger;
+  static DefaultLogger* const state = MakeState();
   return *state;
 }
 
-std::shared_ptr<VYXInfLog> Current() {
-  DefaultLogger& state = State();
-  const std::lock_guard guard(state.referenceLock);
-  return state.current;
-}
-
 std::uint32_t AcceptedLevels(const VYXInfLog* iLogger) {
-  if (iLogger == nullptr || LoggerAccess::HasBackEnd(*iLogger)) {
+  if (iLogger == nullptr) {
     return 0;
+  }
+  if (const Logging::ILogger* const channel = LoggerAccess::Channel(*iLogger)) {
+    return channel->AcceptedLevels();
   }
   std::uint32_t accepted = kKnown;
   for (std::uint32_t level = 0; level < kLevelCount; ++level) {
@@ -76,6 +78,26 @@ void CloseAtExit() {
   VYXInfLog::Close();
 }
 
+// A forked child finds the locks free.
+void LockAll() {
+  DefaultLogger& state = State();
+  state.lock.lock();
+  state.exitLock.lock();
+  state.referenceLock.lock();
+}
+
+void UnlockAll() {
+  DefaultLogger& state = State();
+  state.referenceLock.unlock();
+  state.exitLock.unlock();
+  state.lock.unlock();
+}
+
+DefaultLogger* MakeState() {
+  Os::RegisterForkHooks(&LockAll, &UnlockAll);
+  return new DefaultLogger;
+}
+
 void RegisterExitCallback() {
   DefaultLogger& state = State();
   const std::lock_guard guard(state.exitLock);
@@ -83,6 +105,18 @@ void RegisterExitCallback() {
 }
 
 }  // namespace
+
+std::shared_ptr<VYXInfLog> CurrentDefaultLogger() {
+  DefaultLogger& state = State();
+  const std::lock_guard guard(state.referenceLock);
+  return state.current;
+}
+
+void RefreshAcceptedLevels() {
+  DefaultLogger& state = State();
+  const std::lock_guard guard(state.referenceLock);
+  gAcceptedLevels.store(AcceptedLevels(state.current.get()), std::memory_order_relaxed);
+}
 
 bool IsFiltered(VYXInfLogLevel iLevel) {
   const std::uint32_t accepted = gAcceptedLevels.load(std::memory_order_relaxed);
@@ -125,10 +159,11 @@ bool LoggerAccess::ReplaceDefault(LoggerMode iMode, Builder iBuild, const void* 
     return false;
   }
   const bool isRedirection = state.mode != LoggerMode::None && iMode != LoggerMode::None;
-  old = Current();
+  old = CurrentDefaultLogger();
   if (isRedirection && old != nullptr) {
     old->Log(INFO, "Redirecting logging.");
   }
+  Os::RestoreOutputs();
   std::shared_ptr<VYXInfLog> logger = iBuild == nullptr ? nullptr : iBuild(iSettings);
   if (isRedirection && logger != nullptr) {
     logger->Log(INFO, "Redirecting logging.");
@@ -154,11 +189,11 @@ using VYX::Internal::LoggerAccess;
 using VYX::Internal::LoggerMode;
 
 std::shared_ptr<VYXInfLog> VYXInfLog::GetDefaultLogger() {
-  std::shared_ptr<VYXInfLog> logger = VYX::Internal::Current();
+  std::shared_ptr<VYXInfLog> logger = VYX::Internal::CurrentDefaultLogger();
   while (logger == nullptr) {
     constexpr VYXInfLogLevel kLevel = INFO;
     LoggerAccess::ReplaceDefault(LoggerMode::Console, &VYX::Internal::BuildConsole, &kLevel);
-    logger = VYX::Internal::Current();
+    logger = VYX::Internal::CurrentDefaultLogger();
   }
   return logger;
 }

@@ -57,6 +57,10 @@ void VYXInfLog::CreateLogger() {
   VYX::Internal::NoteBackEndOpened(this);
 }
 
+const VYX::Logging::ILogger* VYX::Internal::LoggerAccess::Channel(const VYXInfLog& iLogger) noexcept {
+  return iLogger._backEnd == nullptr ? nullptr : iLogger._backEnd->logger.get();
+}
+
 void VYXInfLog::ReleaseLogger() noexcept {
   if (_backEnd != nullptr) {
     _backEnd->released = true;

@@ -36,6 +36,8 @@ struct LoggerAccess {
 
   static void Release(VYXInfLog& ioLogger) noexcept { ioLogger.ReleaseLogger(); }
   static bool HasBackEnd(const VYXInfLog& iLogger) noexcept { return iLogger._backEnd != nullptr; }
+  /// The channel logger; null in console mode.
+  static const VYX::Logging::ILogger* Channel(const VYXInfLog& iLogger) noexcept;
   static VYXInfLogLevel Threshold(const VYXInfLog& iLogger) noexcept { return iLogger._level; }
 
   /// True while a logger with a back end exists that was not retired.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "VYXExport.h"
 
 namespace VYX::Logging {
@@ -18,6 +20,15 @@ class VYX_EXPORT ILogger {
 
   /// Writes one message. The back end applies its own filter and format; null is written as the empty text.
   virtual void Write(int iLevel, const char* iText) = 0;
+
+  /// Set in the answer of AcceptedLevels when the other bits hold.
+  static constexpr std::uint32_t kLevelsKnown = 1U << 31;
+
+  /**
+   * Which of the levels 0 to 5 are not filtered at present, one bit a level, with kLevelsKnown; so that the answers of
+   * IsFiltered can be kept until the sinks change. 0, the answer of the base, where they cannot.
+   */
+  virtual std::uint32_t AcceptedLevels() const;
 
  protected:
   ILogger() = default;

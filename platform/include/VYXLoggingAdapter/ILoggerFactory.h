@@ -28,6 +28,24 @@ class VYX_EXPORT ISinkHandle {
  */
 class VYX_EXPORT ILoggerFactory {
  public:
+  /// The output value of a back end on standard output.
+  static constexpr int kConsoleOutput = 1;
+
+  /**
+   * A back end as a settings file says. Empty when the file is unreadable or says something unknown: one line on
+   * standard error then names file, line and reason.
+   *
+   * @param oIsMade whether the back end was made; may be null.
+   */
+  static std::shared_ptr<ILoggerFactory> create(const char* iConfigPath, bool* oIsMade);
+
+  /// A back end on standard output (iOutput 1). Empty for any other output and for an unreadable format or filter, of
+  /// which one line on standard error tells the place.
+  static std::shared_ptr<ILoggerFactory> create(const char* iFormat, const char* iFilter, int iOutput, bool* oIsMade);
+
+  /// A back end that writes a log file. Empty for an unreadable format or filter and when the file cannot be opened.
+  static std::shared_ptr<ILoggerFactory> create(const TextFileSink& iSink, bool* oIsMade);
+
   virtual ~ILoggerFactory();
 
   /// Adds a file that is written while the answered handle is referenced; empty on failure.

@@ -52,18 +52,29 @@ class BrokenPipeGuard {
   bool _isBroken = false;
 };
 
-}  // namespace
+// The stream's own lock keeps lines whole and in order, whichever thread and whichever way they come.
+class StreamLock {
+ public:
+  explicit StreamLock(std::FILE* ioStream) noexcept : _stream(ioStream) { ::flockfile(_stream); }
+  ~StreamLock() { ::funlockfile(_stream); }
+  StreamLock(const StreamLock&) = delete;
+  StreamLock& operator=(const StreamLock&) = delete;
 
-void WriteConsole(std::string_view iText) noexcept {
+ private:
+  std::FILE* _stream;
+};
+
+void WriteBehind(std::FILE* ioStream, int iDescriptor, std::string_view iText) noexcept {
   const int formerError = errno;
   {
+    const StreamLock lock(ioStream);
     BrokenPipeGuard guard;
-    if (std::fflush(stdout) != 0 && errno == EPIPE) {
+    if (std::fflush(ioStream) != 0 && errno == EPIPE) {
       guard.NoteBroken();
     }
     while (!iText.empty()) {
       const ssize_t written =
-          Posix::Uninterrupted([&] { return Posix::Calls().Write(STDOUT_FILENO, iText.data(), iText.size()); });
+          Posix::Uninterrupted([&] { return Posix::Calls().Write(iDescriptor, iText.data(), iText.size()); });
       if (written <= 0) {
         if (written < 0 && errno == EPIPE) {
           guard.NoteBroken();
@@ -74,6 +85,16 @@ void WriteConsole(std::string_view iText) noexcept {
     }
   }
   errno = formerError;
+}
+
+}  // namespace
+
+void WriteConsole(std::string_view iText) noexcept {
+  WriteBehind(stdout, STDOUT_FILENO, iText);
+}
+
+void WriteErrorConsole(std::string_view iText) noexcept {
+  WriteBehind(stderr, STDERR_FILENO, iText);
 }
 
 }  // namespace VYX::Os

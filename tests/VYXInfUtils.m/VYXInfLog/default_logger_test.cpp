@@ -10,8 +10,8 @@
 #include <vector>
 
 #include "VYXInfLog.h"
-#include "VYXInfLog/fake_back_end.h"
 #include "VYXInfLog/logger_access.h"
+#include "fake_back_end.h"
 #include "internal/FailureTrace.h"
 #include "support/captured_stdout.h"
 

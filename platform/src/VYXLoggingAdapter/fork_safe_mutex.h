@@ -1,0 +1,29 @@
+#pragma once
+
+#include <mutex>
+
+namespace VYX::Logging {
+
+class ForkSafeMutexAccess;
+
+/// A mutex that is free in a forked child: the process forks only while no thread holds one. A standard BasicLockable;
+/// the objects it guards must not take another of its kind while it is held.
+class ForkSafeMutex {
+ public:
+  ForkSafeMutex();
+  ~ForkSafeMutex();
+  ForkSafeMutex(const ForkSafeMutex&) = delete;
+  ForkSafeMutex& operator=(const ForkSafeMutex&) = delete;
+
+  void lock() { _mutex.lock(); }
+  void unlock() { _mutex.unlock(); }
+
+ private:
+  friend class ForkSafeMutexAccess;
+
+  std::mutex _mutex;
+  ForkSafeMutex* _previous = nullptr;
+  ForkSafeMutex* _next = nullptr;
+};
+
+}  // namespace VYX::Logging
