@@ -2,9 +2,13 @@
 
 /// Everything that the library exports. A source that needs one class family includes that family's own header.
 
+#include "VYXITransferable.h"
 #include "VYXInfError.h"
 #include "VYXInfLog.h"
+#include "VYXInfMediaBase.h"
+#include "VYXInfMediaContainer.h"
 #include "VYXInfProfile.h"
 #include "VYXInfStringUtil.h"
 #include "VYXInfSystemUtil.h"
+#include "VYXInfTransferableFactory.h"
 #include "VYXInfUri.h"
