@@ -12,3 +12,4 @@
 #include "VYXInfSystemUtil.h"
 #include "VYXInfTransferableFactory.h"
 #include "VYXInfUri.h"
+#include "VYXInfi18n.h"
