@@ -4,6 +4,7 @@
 
 #include "VYXITransferable.h"
 #include "VYXInfError.h"
+#include "VYXInfLoadableContent.h"
 #include "VYXInfLog.h"
 #include "VYXInfMediaBase.h"
 #include "VYXInfMediaContainer.h"

@@ -21,8 +21,6 @@ Registry& TheRegistry() {
 
 }  // namespace
 
-ITransferable::~ITransferable() = default;
-
 bool TransferableFactory::Register(const KORUnicodeString& iType, const Creator& iCreator) {
   LogUnlessFiltered(INFO, "TransferableFactory: Registering type <", iType, ">");
   if (iType.IsEmpty()) {
