@@ -63,10 +63,10 @@ struct JsonDocument::Memory {
     if (iText.size() > simdjson::SIMDJSON_MAXSIZE_BYTES) {
       return simdjson::CAPACITY;
     }
-    if (const auto error = Grow(iText.size(), iDepth); error != simdjson::SUCCESS) {
-      return error;
+    if (Grow(iText.size(), iDepth) == simdjson::MEMALLOC) {
+      throw std::bad_alloc();
     }
-    std::memcpy(text.get(), iText.data(), iText.size());
+    iText.copy(text.get(), iText.size());
     std::memset(text.get() + iText.size(), 0, simdjson::SIMDJSON_PADDING);
     return reader.parse_into_document(tape, text.get(), iText.size(), false).error();
   }
@@ -153,9 +153,6 @@ bool JsonDocument::Parse(std::string_view iText, JsonFailure& oFailure) {
   _memory.reset();
   auto memory = Pool::Instance().Take();
   auto error = memory->Parse(text, kFastDepth);
-  if (error == simdjson::MEMALLOC) {
-    throw std::bad_alloc();
-  }
   const bool needsDiagnosis = error != simdjson::CAPACITY && (error != simdjson::SUCCESS || MayHoldNegativeZero(text));
   if (needsDiagnosis) {
     const JsonDiagnosis diagnosis = DiagnoseJson(text);

@@ -437,6 +437,10 @@ TEST(JsonReader, HoldsNothingAfterARefusedText) {
   EXPECT_EQ(Render(document.Root()), "[2]");
 }
 
+TEST(JsonReader, RefusesAViewOfNothing) {
+  EXPECT_EQ(Read(std::string_view()), "1:1 (0) the text is empty");
+}
+
 TEST(JsonReader, FindsAValueAgainByItsPlace) {
   JsonDocument document;
   JsonFailure failure;
