@@ -18,6 +18,9 @@ class [[nodiscard]] Status {
 
   constexpr bool IsOk() const noexcept { return _native == 0; }
 
+  /// True when there is no file or folder of the name.
+  bool IsNotThere() const noexcept;
+
   /// True when a name was taken that had to be free.
   bool IsAlreadyThere() const noexcept;
 

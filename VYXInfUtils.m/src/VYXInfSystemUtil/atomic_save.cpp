@@ -82,7 +82,14 @@ struct Target {
 
 Os::Status FindTarget(const KORUnicodeString& iPath, Target& oTarget) {
   Os::Status status = Os::ToNativePath(iPath.ToStringView(), oTarget.path);
-  if (!status.IsOk() || !Os::DescribePath(oTarget.path, oTarget.info).IsOk()) {
+  if (!status.IsOk()) {
+    return status;
+  }
+  status = Os::DescribePath(oTarget.path, oTarget.info);
+  if (status.IsNotThere()) {
+    return {};
+  }
+  if (!status.IsOk()) {
     return status;
   }
   oTarget.isThere = true;

@@ -64,6 +64,10 @@ Status Status::OfLastCall() noexcept {
   return Status(errno);
 }
 
+bool Status::IsNotThere() const noexcept {
+  return _native == ENOENT;
+}
+
 bool Status::IsAlreadyThere() const noexcept {
   return _native == EEXIST;
 }
