@@ -2,6 +2,7 @@
 #include <string>
 #include <string_view>
 
+#include "VYXInfStringUtil.h"
 #include "VYXInfSystemUtil.h"
 #include "atomic_save.h"
 #include "file_content.h"
@@ -170,11 +171,14 @@ long VYXInfSystemUtil::SaveToFile(const KORUnicodeString& iFilePath, const QB::B
 }
 
 long VYXInfSystemUtil::SaveToFile(const KORUnicodeString& iFilePath, const KORUnicodeString& iText, int iSaveFlag) {
-  const std::string_view bytes = iText.ToStringView();
-  if (bytes.empty()) {
-    LogUnlessFiltered(WARN, "ConvertToUTF8 returned ZERO bytes. Original string is: \n", iText);
+  QB::Binary content;
+  if (iText.IsEmpty()) {
+    // The conversion is what warns of an empty text.
+    VYXInfStringUtil::ConvertToUTF8(iText, &content);
+  } else {
+    // Any other text is UTF-8 as it stands: the buffer borrows its bytes, which are only read.
+    const std::string_view bytes = iText.ToStringView();
+    content = QB::Binary(const_cast<char*>(bytes.data()), bytes.size(), nullptr);
   }
-  // The text is UTF-8 as it stands: the buffer borrows its bytes, which are only read.
-  const QB::Binary content(const_cast<char*>(bytes.data()), bytes.size(), nullptr);
   return SaveToFile(iFilePath, content, iSaveFlag, false);
 }

@@ -4,6 +4,7 @@
 #include "KORSysBase/KORDirectory.h"
 #include "KORSysBase/KORError.h"
 #include "VYXInfProfile.h"
+#include "VYXInfStringUtil.h"
 #include "VYXInfSystemUtil.h"
 #include "internal/FailureTrace.h"
 #include "path_text.h"
@@ -16,23 +17,8 @@ using VYX::Internal::ToText;
 
 namespace {
 
-// An ending matches whatever its letter case, as many characters as it has.
-bool EndsWith(const KORUnicodeString& iText, const KORUnicodeString& iEnding) {
-  const int count = iEnding.GetLengthInChar();
-  const int length = iText.GetLengthInChar();
-  return count != 0 && count <= length && iText.SubString(length - count, count).Compare(iEnding) >= 1;
-}
-
 bool IsWanted(const KORUnicodeString& iName, const KORListValKORUnicodeString& iExtensions) {
-  if (iExtensions.Size() == 0) {
-    return true;
-  }
-  for (const KORUnicodeString& extension : iExtensions) {
-    if (EndsWith(iName, extension)) {
-      return true;
-    }
-  }
-  return false;
+  return iExtensions.Size() == 0 || VYXInfStringUtil::EndsWith(iName, iExtensions, false);
 }
 
 class Listing {

@@ -59,6 +59,7 @@ TEST_P(SaveToFile, BothFormsWriteEveryByte) {
 }
 
 TEST_P(SaveToFile, EmptyTextIsOneZeroByte) {
+  const ConsoleLevel level(ERROR);
   const std::string zero(1, '\0');
   EXPECT_EQ(Util::SaveToFile(_folder.Path("f"), "", GetParam() | Util::OVERWRITE), S_OK);
   EXPECT_EQ(Content(), zero);
