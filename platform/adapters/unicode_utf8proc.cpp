@@ -1,5 +1,7 @@
 #include <utf8proc.h>
 
+#include <cstdint>
+
 #include "platform/adapters/unicode.h"
 
 namespace VYX::Adapters {
@@ -31,6 +33,9 @@ char32_t UpperCase(char32_t iCodePoint) noexcept {
 char32_t FoldCase(char32_t iCodePoint) noexcept {
   // The capital I with dot folds to itself: only the full and the Turkic folding map it.
   if (iCodePoint > kLastCodePoint || iCodePoint == kCapitalIWithDot) {
+    return iCodePoint;
+  }
+  if (utf8proc_get_property(Signed(iCodePoint))->casefold_seqindex == UINT16_MAX) {
     return iCodePoint;
   }
   utf8proc_int32_t folded[4] = {};

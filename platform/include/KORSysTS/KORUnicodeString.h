@@ -195,7 +195,14 @@ class VYX_EXPORT KORUnicodeString {
   KORUnicodeString& operator+=(const char* iText) { return Append(iText); }
   KORUnicodeString& operator+=(std::string_view iText) { return Append(iText); }
   KORUnicodeString& operator+=(const KORUnicodeChar& iChar) { return Append(iChar); }
-  KORUnicodeString& operator+=(char iChar) { return Append(KORUnicodeChar(iChar)); }
+  KORUnicodeString& operator+=(char iChar) {
+    if (_storage.small.tag >= kInlineCapacity) {
+      return AppendByte(iChar);
+    }
+    _storage.small.text[_storage.small.tag] = iChar;
+    _storage.small.text[++_storage.small.tag] = '\0';
+    return *this;
+  }
 
   /// Makes room for a text of so many bytes, so that growing up to it allocates no more.
   void Reserve(std::size_t iByteCount);
@@ -310,6 +317,7 @@ class VYX_EXPORT KORUnicodeString {
     return iText == nullptr ? std::string_view() : std::string_view(iText);
   }
   KORUnicodeString& Assign(std::string_view iText);
+  KORUnicodeString& AppendByte(char iByte);
   void CopyLong(const KORUnicodeString& iOther);
   static KORUnicodeString Joined(std::string_view iLeft, std::string_view iRight);
 

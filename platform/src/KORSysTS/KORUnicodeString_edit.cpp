@@ -2,6 +2,7 @@
 
 #include "KORSysTS/KORUnicodeString.h"
 #include "text_storage.h"
+#include "utf8.h"
 
 namespace {
 
@@ -32,7 +33,16 @@ KORUnicodeString& KORUnicodeString::Append(const char* iText) {
 }
 
 KORUnicodeString& KORUnicodeString::Append(const KORUnicodeChar& iChar) {
-  Access::Append(*this, iChar.ConvertToChar());
+  if (iChar.IsByte() || iChar.IsAscii()) {
+    return *this += static_cast<char>(iChar);
+  }
+  char bytes[4];
+  Access::Append(*this, {bytes, VYX::Platform::EncodeCodePoint(iChar.GetCodePoint(), bytes)});
+  return *this;
+}
+
+KORUnicodeString& KORUnicodeString::AppendByte(char iByte) {
+  Access::AppendByte(*this, iByte);
   return *this;
 }
 

@@ -1,3 +1,5 @@
+#include <cstdint>
+#include <cstring>
 #include <string>
 
 #include "KORSysTS/KORUnicodeString.h"
@@ -49,26 +51,53 @@ std::string MapCodePoints(std::string_view iText, std::size_t iFrom, CaseMapping
   return mapped;
 }
 
-// Takes the next character of a text, folded.
-char32_t NextFolded(std::string_view& ioText) noexcept {
+// Takes the next character of a text.
+char32_t TakeCharacter(std::string_view& ioText) noexcept {
   const auto lead = static_cast<unsigned char>(ioText.front());
-  if (lead < 0x80) {
-    ioText.remove_prefix(1);
-    return LowerAscii(lead);
-  }
-  const std::size_t length = SequenceLength(ioText.data(), ioText.size());
-  if (length == 0) {
-    ioText.remove_prefix(1);
-    return kFirstByte + lead;
-  }
-  const char32_t folded = VYX::Adapters::FoldCase(DecodeSequence(ioText.data(), length));
-  ioText.remove_prefix(length);
-  return folded;
+  const std::size_t length = lead < 0x80 ? 1 : SequenceLength(ioText.data(), ioText.size());
+  const char32_t character = length == 0 ? kFirstByte + lead : DecodeSequence(ioText.data(), length);
+  ioText.remove_prefix(length == 0 ? 1 : length);
+  return character;
+}
+
+char32_t Folded(char32_t iCharacter) noexcept {
+  return iCharacter < 0x80 ? LowerAscii(static_cast<unsigned char>(iCharacter)) : VYX::Adapters::FoldCase(iCharacter);
+}
+
+using Word = std::uint64_t;
+constexpr Word kOnes = 0x0101010101010101U;
+constexpr Word kHighBits = 0x80 * kOnes;
+
+Word LoadWord(std::string_view iText) noexcept {
+  Word word = 0;
+  std::memcpy(&word, iText.data(), sizeof(word));
+  return word;
+}
+
+// The lower case of eight ASCII bytes: a sum of bytes below 0x80 shows in the byte's high bit what it is greater than.
+constexpr Word LowerAscii(Word iBytes) noexcept {
+  const Word fromA = iBytes + (0x80 - 'A') * kOnes;
+  const Word beyondZ = iBytes + (0x7F - 'Z') * kOnes;
+  return iBytes | (fromA & ~beyondZ & kHighBits) >> 2;
 }
 
 bool EqualFolded(std::string_view iLeft, std::string_view iRight) noexcept {
   while (!iLeft.empty() && !iRight.empty()) {
-    if (NextFolded(iLeft) != NextFolded(iRight)) {
+    if (iLeft.size() >= sizeof(Word) && iRight.size() >= sizeof(Word)) {
+      const Word left = LoadWord(iLeft);
+      const Word right = LoadWord(iRight);
+      if (((left | right) & kHighBits) == 0) {
+        if (LowerAscii(left) != LowerAscii(right)) {
+          return false;
+        }
+        iLeft.remove_prefix(sizeof(Word));
+        iRight.remove_prefix(sizeof(Word));
+        continue;
+      }
+    }
+    const char32_t left = TakeCharacter(iLeft);
+    const char32_t right = TakeCharacter(iRight);
+    if (left != right && Folded(left) != Folded(right)) {
       return false;
     }
   }

@@ -100,6 +100,15 @@ void KORUnicodeString::Access::Append(KORUnicodeString& ioText, std::string_view
   NoteAppended(ioText, oldSize, newSize);
 }
 
+void KORUnicodeString::Access::AppendByte(KORUnicodeString& ioText, char iByte) {
+  const std::size_t size = ioText.ByteCount();
+  if (size == Capacity(ioText)) {
+    return Append(ioText, {&iByte, 1});
+  }
+  Bytes(ioText)[size] = iByte;
+  NoteAppended(ioText, size, size + 1);
+}
+
 // Ends a text behind what was appended and keeps what is known about it where that is still true.
 void KORUnicodeString::Access::NoteAppended(KORUnicodeString& ioText, std::size_t iOldSize,
                                             std::size_t iNewSize) noexcept {
@@ -107,17 +116,22 @@ void KORUnicodeString::Access::NoteAppended(KORUnicodeString& ioText, std::size_
     SetSize(ioText, iNewSize);
     return;
   }
-  const Mark cursor = LoadCursor(HeaderOf(ioText));
-  const std::uint64_t known = HeaderOf(ioText).charCount.load(std::memory_order_relaxed);
-  SetSize(ioText, iNewSize);
+  ioText._storage.large.size = iNewSize;
+  ioText._storage.large.text[iNewSize] = '\0';
+  Header& header = HeaderOf(ioText);
+  const std::uint64_t known = header.charCount.load(std::memory_order_relaxed);
   const std::string_view bytes = ioText.ToStringView();
-  const bool mayMerge = VYX::Platform::EndsInsideSequence(bytes.substr(0, iOldSize));
-  if (!mayMerge || cursor.offset + kReach <= iOldSize) {
-    StoreCursor(HeaderOf(ioText), cursor);
+  if (known == kUnknown && LoadCursor(header).offset == 0) {
+    return;
   }
-  if (!mayMerge && known != kUnknown) {
+  if (!VYX::Platform::EndsInsideSequence(bytes.substr(0, iOldSize))) {
     const std::uint64_t count = known + VYX::Platform::CountCharacters(bytes.substr(iOldSize));
-    HeaderOf(ioText).charCount.store(count, std::memory_order_relaxed);
+    header.charCount.store(known == kUnknown ? kUnknown : count, std::memory_order_relaxed);
+    return;
+  }
+  header.charCount.store(kUnknown, std::memory_order_relaxed);
+  if (LoadCursor(header).offset + kReach > iOldSize) {
+    header.cursor.store(0, std::memory_order_relaxed);
   }
 }
 

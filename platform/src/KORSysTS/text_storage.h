@@ -45,6 +45,8 @@ struct KORUnicodeString::Access {
   /// Appends bytes, which may be the text's own.
   static void Append(KORUnicodeString& ioText, std::string_view iBytes);
 
+  static void AppendByte(KORUnicodeString& ioText, char iByte);
+
   /// Puts bytes, which may be the text's own, in the place of those from iBegin to iEnd.
   static void Splice(KORUnicodeString& ioText, std::size_t iBegin, std::size_t iEnd, std::string_view iBytes);
 

@@ -1,3 +1,4 @@
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -6,31 +7,43 @@
 
 namespace {
 
-// The character at an offset; nothing at the end.
-std::string_view CharacterAt(std::string_view iText, std::size_t iOffset) noexcept {
+// One character: its bytes in a number, and how many they are; none at the end of a text.
+struct Character {
+  std::uint32_t bytes;
+  std::size_t size;
+
+  bool operator==(const Character&) const = default;
+};
+
+Character CharacterAt(std::string_view iText, std::size_t iOffset) noexcept {
   if (iOffset >= iText.size()) {
-    return {};
+    return {0, 0};
   }
-  return iText.substr(iOffset, VYX::Platform::CharacterLength(iText.data() + iOffset, iText.size() - iOffset));
+  const auto first = static_cast<unsigned char>(iText[iOffset]);
+  if (first < 0x80) {
+    return {first, 1};
+  }
+  const std::size_t size = VYX::Platform::CharacterLength(iText.data() + iOffset, iText.size() - iOffset);
+  std::uint32_t bytes = 0;
+  for (std::size_t index = 0; index < size; ++index) {
+    bytes = bytes << 8 | static_cast<unsigned char>(iText[iOffset + index]);
+  }
+  return {bytes, size};
 }
 
 // A pattern and the special characters that it is read with.
 struct Pattern {
   std::string_view text;
-  std::string_view any;
-  std::string_view escape;
+  Character any;
+  Character escape;
 
-  bool IsAnyAt(std::size_t iOffset) const noexcept {
-    return iOffset < text.size() && CharacterAt(text, iOffset) == any;
-  }
-
-  // The literal character at an offset, and the offset behind it.
-  std::string_view LiteralAt(std::size_t iOffset, std::size_t& oNext) const noexcept {
-    std::string_view literal = CharacterAt(text, iOffset);
-    oNext = iOffset + literal.size();
+  // The literal character that begins at an offset, and the offset behind it.
+  Character LiteralAt(std::size_t iOffset, std::size_t& oNext) const noexcept {
+    Character literal = CharacterAt(text, iOffset);
+    oNext = iOffset + literal.size;
     if (literal == escape && oNext < text.size()) {
       literal = CharacterAt(text, oNext);
-      oNext += literal.size();
+      oNext += literal.size;
     }
     return literal;
   }
@@ -44,8 +57,8 @@ bool Matches(const Pattern& iPattern, std::string_view iText) noexcept {
   std::size_t afterRun = kNoRun;
   std::size_t runEnd = 0;
   for (;;) {
-    if (iPattern.IsAnyAt(at)) {
-      at += iPattern.any.size();
+    if (at < iPattern.text.size() && CharacterAt(iPattern.text, at) == iPattern.any) {
+      at += iPattern.any.size;
       afterRun = at;
       runEnd = offset;
       if (at == iPattern.text.size()) {
@@ -53,21 +66,21 @@ bool Matches(const Pattern& iPattern, std::string_view iText) noexcept {
       }
       continue;
     }
-    const std::string_view character = CharacterAt(iText, offset);
-    if (at < iPattern.text.size() && !character.empty()) {
+    const Character character = CharacterAt(iText, offset);
+    if (at < iPattern.text.size() && character.size != 0) {
       std::size_t next = 0;
       if (iPattern.LiteralAt(at, next) == character) {
         at = next;
-        offset += character.size();
+        offset += character.size;
         continue;
       }
-    } else if (at == iPattern.text.size() && character.empty()) {
+    } else if (at == iPattern.text.size() && character.size == 0) {
       return true;
     }
     if (afterRun == kNoRun || runEnd >= iText.size()) {
       return false;
     }
-    runEnd += CharacterAt(iText, runEnd).size();
+    runEnd += CharacterAt(iText, runEnd).size;
     at = afterRun;
     offset = runEnd;
   }
@@ -79,5 +92,6 @@ int KORUnicodeString::WildMatch(const KORUnicodeString& iPattern, const KORUnico
                                 const KORUnicodeChar& iEscape) const {
   const std::string any = iAny.ConvertToChar();
   const std::string escape = iEscape.ConvertToChar();
-  return Matches({iPattern.ToStringView(), any, escape}, ToStringView()) ? 1 : 0;
+  const Pattern pattern{iPattern.ToStringView(), CharacterAt(any, 0), CharacterAt(escape, 0)};
+  return Matches(pattern, ToStringView()) ? 1 : 0;
 }
