@@ -172,3 +172,5 @@ void WildMatch(benchmark::State& ioState) {
 BENCHMARK(WildMatch);
 
 }  // namespace
+
+BENCHMARK_MAIN();
