@@ -13,7 +13,6 @@ using VYX::Internal::FailureLog;
 using VYX::Internal::kPathSeparator;
 using VYX::Internal::LogPendingError;
 using VYX::Internal::LogUnlessFiltered;
-using VYX::Internal::ToText;
 
 namespace {
 

@@ -57,7 +57,7 @@ KORUnicodeString VYXInfSystemUtil::GetLastNameFromPath(const KORUnicodeString& i
   constexpr std::string_view kSeparators = "\\/";
   std::string_view path = iPath.ToStringView();
   path = path.substr(0, path.find_last_not_of(kSeparators) + 1);
-  const KORUnicodeString name = ToText(path.substr(path.find_last_of(kSeparators) + 1));
+  KORUnicodeString name = ToText(path.substr(path.find_last_of(kSeparators) + 1));
   LogUnlessFiltered(TRACE, "=> got last name '", name, "'. ");
   return name;
 }

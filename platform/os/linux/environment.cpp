@@ -9,7 +9,7 @@
 namespace VYX::Os {
 
 const char* EnvironmentValue(const char* iName) noexcept {
-  return iName == nullptr ? nullptr : getenv(iName);
+  return iName == nullptr ? nullptr : getenv(iName);  // NOLINT(concurrency-mt-unsafe): the contract says when it is
 }
 
 const char* TrustedEnvironmentValue(const char* iName) noexcept {

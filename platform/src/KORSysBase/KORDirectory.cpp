@@ -40,15 +40,19 @@ KORDirectoryHandle::KORDirectoryHandle() noexcept = default;
 KORDirectoryHandle::~KORDirectoryHandle() = default;
 
 long KOROpenDirectory(const char* iPath, KORDirectoryHandle* oHandle) {
+  constexpr std::string_view kAttempt = "Cannot open the folder";
   const std::string_view path = ViewOf(iPath);
+  if (oHandle == nullptr) {
+    return LeaveError(Os::Failure::InvalidParameter(), kAttempt, path);
+  }
   std::string native;
-  Os::Status status = oHandle != nullptr ? Os::ToNativePath(path, native) : Os::Failure::InvalidParameter();
+  Os::Status status = Os::ToNativePath(path, native);
   auto reader = std::make_unique<Os::FolderReader>();
   if (status.IsOk()) {
     status = reader->Open(native);
   }
   if (!status.IsOk()) {
-    return LeaveError(status, "Cannot open the folder", path);
+    return LeaveError(status, kAttempt, path);
   }
   oHandle->_reader = std::move(reader);
   oHandle->_path = KORUnicodeString(path);
@@ -85,15 +89,19 @@ long KORCloseDirectory(KORDirectoryHandle* ioHandle) {
 }
 
 long KORGetFileInfo(const char* iPath, KORFileInfo* oInfo) {
+  constexpr std::string_view kAttempt = "Cannot query";
   const std::string_view path = ViewOf(iPath);
+  if (oInfo == nullptr) {
+    return LeaveError(Os::Failure::InvalidParameter(), kAttempt, path);
+  }
   std::string native;
   Os::FileInfo info;
-  Os::Status status = oInfo != nullptr ? Os::ToNativePath(path, native) : Os::Failure::InvalidParameter();
+  Os::Status status = Os::ToNativePath(path, native);
   if (status.IsOk()) {
     status = Os::DescribePath(native, info);
   }
   if (!status.IsOk()) {
-    return LeaveError(status, "Cannot query", path);
+    return LeaveError(status, kAttempt, path);
   }
   *oInfo = {info.type, info.size, info.device, info.file, info.writeSeconds};
   return 0;

@@ -64,24 +64,28 @@ long KORFOpen(const KORUnicodeString& iPath, const char* iMode, unsigned int* oD
 }
 
 long KORFRead(unsigned int iDescriptor, void* oBuffer, unsigned int iSize, unsigned int* oRead) {
+  constexpr std::string_view kAttempt = "Cannot read";
+  if (iDescriptor == 0 || oRead == nullptr || (oBuffer == nullptr && iSize != 0)) {
+    return LeaveError(Os::Failure::InvalidParameter(), kAttempt, NameOf(iDescriptor));
+  }
   std::size_t count = 0;
-  const bool isValid = iDescriptor != 0 && oRead != nullptr && (oBuffer != nullptr || iSize == 0);
-  const Os::Status status =
-      isValid ? Os::ReadFully(iDescriptor, oBuffer, iSize, count) : Os::Failure::InvalidParameter();
+  const Os::Status status = Os::ReadFully(iDescriptor, oBuffer, iSize, count);
   if (!status.IsOk()) {
-    return LeaveError(status, "Cannot read", NameOf(iDescriptor));
+    return LeaveError(status, kAttempt, NameOf(iDescriptor));
   }
   *oRead = static_cast<unsigned int>(count);
   return 0;
 }
 
 long KORFWrite(unsigned int iDescriptor, const void* iData, unsigned int iSize, unsigned int* oWritten) {
+  constexpr std::string_view kAttempt = "Cannot write";
+  if (iDescriptor == 0 || oWritten == nullptr || (iData == nullptr && iSize != 0)) {
+    return LeaveError(Os::Failure::InvalidParameter(), kAttempt, NameOf(iDescriptor));
+  }
   std::size_t count = 0;
-  const bool isValid = iDescriptor != 0 && oWritten != nullptr && (iData != nullptr || iSize == 0);
-  const Os::Status status =
-      isValid ? Os::WriteFully(iDescriptor, iData, iSize, count) : Os::Failure::InvalidParameter();
+  const Os::Status status = Os::WriteFully(iDescriptor, iData, iSize, count);
   if (!status.IsOk()) {
-    return LeaveError(status, "Cannot write", NameOf(iDescriptor));
+    return LeaveError(status, kAttempt, NameOf(iDescriptor));
   }
   *oWritten = static_cast<unsigned int>(count);
   return 0;
