@@ -193,6 +193,47 @@ class VYX_EXPORT VYXInfSystemUtil {
                                                        const KORUnicodeString& iSubFolder, unsigned int iFlags,
                                                        std::function<bool(const KORUnicodeString&)> iFilter);
 
+  // Temporary folders and zip archives.
+
+  /**
+   * The folder for temporary files, without a separator at its end: the platform's, else what the first of the
+   * environment variables TMP, TEMP, TMPDIR, TEMPDIR and USERPROFILE says that is not empty.
+   *
+   * It is found once per process. A candidate that cannot be opened is answered all the same, with a "FAILURE LOG"
+   * trace and a line at WARN, and the next call searches again.
+   */
+  static KORUnicodeString GetTempFolderPath();
+
+  /**
+   * Lists the entries of a zip archive.
+   *
+   * @param oEntries the names in the order of the archive.
+   * @return S_OK; E_FAIL with a failure trace that names the archive when it cannot be opened; the platform's code
+   * (KORSysZipFile) with a failure trace when it cannot be listed.
+   */
+  static long BrowseZipArchive(const KORUnicodeString& iZipPath, KORListValKORUnicodeString& oEntries);
+
+  /**
+   * Extracts a zip archive below a folder, which is created where it is missing; KORSysZipFile::ExtractAll tells how,
+   * and what is refused.
+   *
+   * @param oEntries the names in the archive, folders included.
+   * @return S_OK, or the platform's code with a failure trace.
+   */
+  static long UnzipArchive(const KORUnicodeString& iZipPath, const KORUnicodeString& iTargetFolder,
+                           KORListValKORUnicodeString& oEntries);
+
+  /**
+   * Reads one entry of a zip archive, in one piece, into memory of its size. Told at DEBUG and TRACE.
+   *
+   * @param iEntryName the name as BrowseZipArchive lists it.
+   * @param oContent the content; an empty entry leaves it as it was.
+   * @param iOption true where names that the archive does not mark are UTF-8, not code page 437.
+   * @return S_OK, or the platform's code with a failure trace.
+   */
+  static long ReadFileFromZipArchive(const KORUnicodeString& iZipPath, const KORUnicodeString& iEntryName,
+                                     QB::Binary& oContent, bool iOption);
+
   // Clocks and process identity. They write no log line and may be called from any thread.
 
   /// The performance counter in microseconds, counted from an unspecified moment; it never goes back.

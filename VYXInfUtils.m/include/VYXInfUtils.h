@@ -2,8 +2,10 @@
 
 /// Everything that the library exports. A source that needs one class family includes that family's own header.
 
+#include "VYXCompressionFileHelper.h"
 #include "VYXITransferable.h"
 #include "VYXInfError.h"
+#include "VYXInfFileHelper.h"
 #include "VYXInfLoadableContent.h"
 #include "VYXInfLog.h"
 #include "VYXInfMediaBase.h"
