@@ -31,6 +31,16 @@ class StringView;
  * - Order and equality compare bytes, which is the order of code points. Letter case follows Unicode's simple mappings
  *   (utf8proc), never the locale.
  *
+ * Example:
+ *
+ *     KORUnicodeString path = folder + "/" + name;
+ *     if (path.WildMatch("*.txt", '*', '\\') == 1) {
+ *       path.ReplaceAll("\\", "/").ToLower();
+ *     }
+ *
+ * What has to allocate throws std::bad_alloc when there is no memory left; the text is then as it was. Arguments may be
+ * the text itself or a part of it. Pointers and views into a text end with its next change.
+ *
  * One object may be read by several threads at once, and is changed by one only. Walking a long text by position from
  * one end to the other is linear overall.
  */
@@ -54,11 +64,13 @@ class VYX_EXPORT KORUnicodeString {
   /// A character repeated; a count of 0 gives the empty text.
   explicit KORUnicodeString(const KORUnicodeChar& iChar, std::size_t iCount = 1);
 
+  /// A copy of its own.
   KORUnicodeString(const KORUnicodeString& iOther) : _storage(iOther._storage) {
     if (!iOther.IsInline()) {
       CopyLong(iOther);
     }
   }
+  /// Takes the other's content over and leaves it empty.
   KORUnicodeString(KORUnicodeString&& ioOther) noexcept : _storage(ioOther._storage) { ioOther.ResetToInline(); }
   ~KORUnicodeString() {
     if (IsOwned()) {
@@ -66,7 +78,9 @@ class VYX_EXPORT KORUnicodeString {
     }
   }
 
+  /// Becomes a copy; the memory at hand is used where it is enough.
   KORUnicodeString& operator=(const KORUnicodeString& iOther);
+  /// Takes the other's content over and leaves it empty; also right for the text itself.
   KORUnicodeString& operator=(KORUnicodeString&& ioOther) noexcept {
     Storage taken = ioOther._storage;
     ioOther.ResetToInline();
@@ -76,6 +90,7 @@ class VYX_EXPORT KORUnicodeString {
     }
     return *this;
   }
+  /// Becomes a copy of a zero-terminated text, empty for null, or of the bytes of a view.
   KORUnicodeString& operator=(const char* iText) { return Assign(AsView(iText)); }
   KORUnicodeString& operator=(std::string_view iText) { return Assign(iText); }
 
@@ -84,6 +99,7 @@ class VYX_EXPORT KORUnicodeString {
 
   /// Exchanges two texts.
   void Swap(KORUnicodeString& ioOther) noexcept { std::swap(_storage, ioOther._storage); }
+  /// The same, for the standard algorithms.
   friend void swap(KORUnicodeString& ioLeft, KORUnicodeString& ioRight) noexcept { ioLeft.Swap(ioRight); }
 
   // Building from other forms.
@@ -126,6 +142,7 @@ class VYX_EXPORT KORUnicodeString {
 
   /// The zero-terminated UTF-8 bytes, valid until the text changes or dies. Never null, never converted.
   operator const char*() const noexcept { return Data(); }
+  /// The same by name, for where the conversion would be overlooked.
   const char* CastToCharPtr() const noexcept { return Data(); }
 
   /// The UTF-8 bytes as a view, valid until the text changes or dies.
@@ -135,6 +152,7 @@ class VYX_EXPORT KORUnicodeString {
   std::string ConvertToChar() const { return std::string(ToStringView()); }
 
   /// Writes the UTF-8 bytes to oBuffer (no terminating zero) and their count to oLength; a null pointer skips its part.
+  /// The buffer has to hold GetLengthInByte() bytes.
   void ConvertToUTF8(char* oBuffer, std::size_t* oLength) const;
 
   /**
@@ -147,12 +165,15 @@ class VYX_EXPORT KORUnicodeString {
 
   // Size.
 
-  /// Number of characters. Beyond 2^31 - 1 characters the answer stays 2^31 - 1.
+  /// Number of characters, kept once it was counted, so that asking again costs nothing for texts outside the object.
+  /// Beyond 2^31 - 1 characters the answer stays 2^31 - 1.
   int GetLengthInChar() const noexcept;
 
   /// Number of UTF-8 bytes.
+  /// Always at hand, without counting.
   std::size_t GetLengthInByte() const noexcept { return ByteCount(); }
 
+  /// True for a text of no bytes, which is a text of no characters.
   bool IsEmpty() const noexcept { return ByteCount() == 0; }
 
   // Access and editing.
@@ -185,16 +206,21 @@ class VYX_EXPORT KORUnicodeString {
   KORUnicodeString& Insert(int iPosition, const KORUnicodeString& iText);
 
   /// Removes iCount characters from iStart, under the rules of ReplaceSubString.
+  /// What stood before and behind may join to one character where the text is ill-formed.
   KORUnicodeString& Remove(int iStart, int iCount);
 
+  /// Appends a text, a zero-terminated text (nothing for null), a character or the bytes of a view. Bytes appended to a
+  /// text that ends inside a character may complete it.
   KORUnicodeString& Append(const KORUnicodeString& iText);
   KORUnicodeString& Append(const char* iText);
   KORUnicodeString& Append(const KORUnicodeChar& iChar);
   KORUnicodeString& Append(std::string_view iText);
+  /// The same as Append.
   KORUnicodeString& operator+=(const KORUnicodeString& iText) { return Append(iText); }
   KORUnicodeString& operator+=(const char* iText) { return Append(iText); }
   KORUnicodeString& operator+=(std::string_view iText) { return Append(iText); }
   KORUnicodeString& operator+=(const KORUnicodeChar& iChar) { return Append(iChar); }
+  /// Appends one byte, the quick way to build a text byte by byte.
   KORUnicodeString& operator+=(char iChar) {
     if (_storage.small.tag >= kInlineCapacity) {
       return AppendByte(iChar);
@@ -207,13 +233,21 @@ class VYX_EXPORT KORUnicodeString {
   /// Makes room for a text of so many bytes, so that growing up to it allocates no more.
   void Reserve(std::size_t iByteCount);
 
-  /// Maps every character to its simple lower (upper) case, in place; a locale never matters.
+  /**
+   * Maps every character to its simple lower (upper) case, in place; a locale never matters. One character stays one:
+   * sharp s has no simple upper case and stays. The text may become longer or shorter in bytes. Bytes of ill-formed
+   * text stay.
+   */
   KORUnicodeString& ToLower();
   KORUnicodeString& ToUpper();
 
   // Comparison.
 
-  /// Graded comparison: 2 for identical texts, 1 for texts that are equal under Unicode's simple case folding, else 0.
+  /**
+   * Graded comparison: 2 for identical texts, 1 for texts that are equal under Unicode's simple case folding (the lines
+   * of status C and S of CaseFolding.txt), else 0. A case-insensitive match accepts 1 or more, a case-sensitive one
+   * only 2. It is symmetric, allocates nothing and never asks the locale.
+   */
   int Compare(const KORUnicodeString& iOther) const noexcept;
 
   /// 1 when the whole text matches the pattern, else 0. iAny matches any run of characters, the empty one included;
@@ -221,8 +255,10 @@ class VYX_EXPORT KORUnicodeString {
   /// most proportional to pattern times text.
   int WildMatch(const KORUnicodeString& iPattern, const KORUnicodeChar& iAny, const KORUnicodeChar& iEscape) const;
 
+  /// Byte for byte; a null pointer equals the empty text.
   bool operator==(const KORUnicodeString& iOther) const noexcept { return ToStringView() == iOther.ToStringView(); }
   bool operator==(const char* iOther) const noexcept { return ToStringView() == AsView(iOther); }
+  /// The order of the bytes as unsigned numbers, which is the order of code points; letter case counts.
   std::strong_ordering operator<=>(const KORUnicodeString& iOther) const noexcept {
     return ToStringView() <=> iOther.ToStringView();
   }
@@ -255,6 +291,7 @@ class VYX_EXPORT KORUnicodeString {
   friend bool operator>=(const KORUnicodeString& iLeft, const char* iRight) noexcept { return !(iLeft < iRight); }
   friend bool operator>=(const char* iLeft, const KORUnicodeString& iRight) noexcept { return !(iLeft < iRight); }
 
+  /// The two texts in one, made with one allocation.
   friend KORUnicodeString operator+(const KORUnicodeString& iLeft, const KORUnicodeString& iRight) {
     return Joined(iLeft.ToStringView(), iRight.ToStringView());
   }
@@ -264,6 +301,7 @@ class VYX_EXPORT KORUnicodeString {
   friend KORUnicodeString operator+(const char* iLeft, const KORUnicodeString& iRight) {
     return Joined(AsView(iLeft), iRight.ToStringView());
   }
+  /// A sum that goes on growing keeps its memory.
   friend KORUnicodeString operator+(KORUnicodeString&& ioLeft, const KORUnicodeString& iRight) {
     ioLeft.Append(iRight);
     return std::move(ioLeft);
@@ -272,12 +310,14 @@ class VYX_EXPORT KORUnicodeString {
     ioLeft.Append(iRight);
     return std::move(ioLeft);
   }
+  /// A text and one character behind it.
   friend KORUnicodeString operator+(const KORUnicodeString& iLeft, const KORUnicodeChar& iRight) {
     return Joined(iLeft.ToStringView(), KORUnicodeString(iRight).ToStringView());
   }
   friend KORUnicodeString operator+(const KORUnicodeString& iLeft, char iRight) {
     return Joined(iLeft.ToStringView(), std::string_view(&iRight, 1));
   }
+  // The built-in sum would take the text for a pointer.
   /// A text and a number do not add: the sum would be a pointer into the narrow form.
   template <std::integral Number>
   friend void operator+(const KORUnicodeString& iLeft, Number iRight) = delete;
@@ -342,6 +382,7 @@ class VYX_EXPORT KORUnicodeString {
 
 static_assert(sizeof(KORUnicodeString) == 24);
 
+/// Equal texts hash alike, so that texts are keys of the standard's unordered containers.
 template <>
 struct std::hash<KORUnicodeString> {
   std::size_t operator()(const KORUnicodeString& iText) const noexcept {
