@@ -4,6 +4,7 @@
 
 #include "VYXCompressionFileHelper.h"
 #include "VYXITransferable.h"
+#include "VYXIPropertyTreeVisitor.h"
 #include "VYXInfError.h"
 #include "VYXInfFileHelper.h"
 #include "VYXInfLoadableContent.h"
@@ -16,3 +17,7 @@
 #include "VYXInfTransferableFactory.h"
 #include "VYXInfUri.h"
 #include "VYXInfi18n.h"
+#include "VYXListAccess.h"
+#include "VYXPropertyAccess.h"
+#include "VYXPropertyTree.h"
+#include "VYXPropertyTreeLists.h"

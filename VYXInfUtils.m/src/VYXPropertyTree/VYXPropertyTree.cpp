@@ -1,0 +1,94 @@
+#include "VYXPropertyTree.h"
+
+#include <new>
+#include <utility>
+
+#include "VYXPropertyTree/compact_text.h"
+#include "VYXPropertyTree/member_access.h"
+#include "VYXPropertyTree/tree_access.h"
+#include "internal/FailureTrace.h"
+
+using VYX::Internal::CatchAtBoundary;
+using VYX::Internal::FailureReturn;
+
+namespace VYX::Internal {
+
+void TreeAccess::Replace(VYXPropertyTree& oTree, json::Object&& ioMembers) {
+  if (oTree._root == nullptr) {
+    oTree._root = std::make_unique<json::Object>();
+  }
+  *oTree._root = std::move(ioMembers);
+}
+
+std::int64_t TruncatedInteger(double iNumber) noexcept {
+  constexpr double kLimit = 9223372036854775808.0;  // 2^63
+  const bool fits = iNumber >= -kLimit && iNumber < kLimit;
+  return fits ? static_cast<std::int64_t>(iNumber) : INT64_MIN;
+}
+
+}  // namespace VYX::Internal
+
+VYXPropertyTree::VYXPropertyTree() noexcept : _root(new (std::nothrow) json::Object()) {}
+
+VYXPropertyTree::VYXPropertyTree(const VYXPropertyTree& iOther)
+    : _root(iOther._root == nullptr ? nullptr : std::make_unique<json::Object>(*iOther._root)) {}
+
+VYXPropertyTree::VYXPropertyTree(VYXPropertyTree&& ioOther) noexcept : _root(std::move(ioOther._root)) {
+  ioOther._root.reset(new (std::nothrow) json::Object());
+}
+
+VYXPropertyTree& VYXPropertyTree::operator=(const VYXPropertyTree& iOther) {
+  if (this != &iOther) {
+    VYXPropertyTree copy(iOther);
+    _root.swap(copy._root);
+  }
+  return *this;
+}
+
+VYXPropertyTree& VYXPropertyTree::operator=(VYXPropertyTree&& ioOther) noexcept {
+  if (this != &ioOther) {
+    _root = std::move(ioOther._root);
+    ioOther._root.reset(new (std::nothrow) json::Object());
+  }
+  return *this;
+}
+
+VYXPropertyTree::~VYXPropertyTree() = default;
+
+bool VYXPropertyTree::operator==(const VYXPropertyTree& iOther) const {
+  if (_root == nullptr) {
+    return FailureReturn(VYX_HERE, true);
+  }
+  if (iOther._root == nullptr) {
+    return FailureReturn(VYX_HERE, true);
+  }
+  return CatchAtBoundary(VYX_HERE, false, [&] { return json::HaveEqualText(*_root, *iOther._root); });
+}
+
+long VYXPropertyTree::Stringify(KORUnicodeString& oText) const {
+  if (_root == nullptr) {
+    return FailureReturn(VYX_HERE, E_FAIL);
+  }
+  return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
+    oText = json::CompactText(*_root);
+    return S_OK;
+  });
+}
+
+long VYXPropertyTree::RemoveKey(const KORUnicodeString& iKey) {
+  if (!HasKey(iKey)) {
+    return FailureReturn(VYX_HERE, E_FAIL, "Key '", iKey, "' not found");
+  }
+  _root->Erase(iKey);
+  return S_OK;
+}
+
+KORUnicodeString VYXPropertyTreeUtils::Stringify(const VYXPropertyTree& iTree) {
+  KORUnicodeString text;
+  const long code = iTree.Stringify(text);
+  if (code < 0) {
+    VYX::Internal::LogPendingError(code);
+    VYX::Internal::FailureLog(VYX_HERE);
+  }
+  return text;
+}
