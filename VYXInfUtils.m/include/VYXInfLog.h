@@ -70,6 +70,51 @@ class VYX_EXPORT VYXInfLog {
   static std::shared_ptr<VYXInfLog> GetDefaultLogger();
 
   /**
+   * Configures the default logger from a level and a file.
+   *
+   * With a file, the process's standard output and standard error go into it, emptied first, until logging is closed,
+   * and so do those of the children that it starts; without one the log goes to standard output. Each line reads
+   * "[2019-03-05 14:07:09.000042][4243][VYX][INFO] the text".
+   *
+   * The environment overrides the arguments: `VYX_LOG_CONFIG_FILE` names a settings file of the back end,
+   * `VYX_LOG_OUTPUT` is "CONSOLE" or a folder for a file named by BuildLogFileName, `VYX_LOG_LEVEL` names the level
+   * where no settings file is in force. What is named there and does not exist is reported with a failure trace and
+   * ignored.
+   *
+   * The log then tells at INFO what was asked for and what is used.
+   *
+   * @param iAppName used only in the name of a file that VYX_LOG_OUTPUT asks for.
+   * @return true when the logger was installed; false when a configured one is in force. True does not mean that the
+   * back end could start: where it cannot, the logger writes to the console and says "Failed to initialize logging
+   * framework".
+   */
+  static bool Init(VYXInfLogLevel iLevel, const KORUnicodeString& iFile, const KORUnicodeString& iAppName);
+
+  /// Configures the default logger from a settings file of the back end, as Init does with VYX_LOG_CONFIG_FILE; the
+  /// environment overrides it in the same way.
+  static bool InitFromFile(const KORUnicodeString& iConfigFile);
+
+  /**
+   * Adds a log file with its own level to the default logger.
+   *
+   * @return what keeps the file in use; it is written while this is referenced and the logger exists. Empty, after a
+   * failure trace, when there is no default logger or it has no back end, and for an empty path or one that cannot be
+   * opened.
+   */
+  static std::shared_ptr<LogSink> CreateFileLogger(const KORUnicodeString& iFile, VYXInfLogLevel iLevel);
+
+  /**
+   * Makes the path of a log file of this run: directory, separator, application name without illegal characters and "_"
+   * (where there is a name), the process's start time, "_", the process id and ".log".
+   *
+   * @param oName the path; untouched on failure.
+   * @param iDirectory where the file is to stand; empty for the temporary folder.
+   * @return false, after a failure trace, when there is no such folder.
+   */
+  static bool BuildLogFileName(KORUnicodeString& oName, const KORUnicodeString& iAppName,
+                               const KORUnicodeString& iDirectory);
+
+  /**
    * Retires the default logger: writes "VYXInfLog::Close" at INFO through it, and leaves the process without one until
    * GetDefaultLogger makes a new console logger.
    */
@@ -112,6 +157,7 @@ class VYX_EXPORT VYXInfLog {
   VYXInfLog(std::shared_ptr<VYX::Logging::ILoggerFactory> iFactory, VYXInfLogLevel iLevel);
 
   void CreateLogger();
+  std::shared_ptr<LogSink> AddSink(const KORUnicodeString& iFile, VYXInfLogLevel iLevel);
   void ReleaseLogger() noexcept;
   void WriteConsoleLine(VYXInfLogLevel iLevel, const char* iText) const;
 
