@@ -3,7 +3,9 @@
 #include <time.h>
 
 #include <cstring>
+#include <mutex>
 
+#include "platform/os/fork_hooks.h"
 #include "platform/os/posix/system_calls.h"
 
 #if !defined(__unix__)
@@ -48,6 +50,16 @@ void SetZone(const char* iZone, CalendarTime& oCalendar) noexcept {
   oCalendar.zone[sizeof(oCalendar.zone) - 1] = '\0';
 }
 
+// The run-time's calendar has a lock of its own, which a forked child would find taken when another thread was inside;
+// this one is free in the child.
+std::mutex& CalendarLock() {
+  static std::mutex* const lock = [] {
+    RegisterForkHooks([] { CalendarLock().lock(); }, [] { CalendarLock().unlock(); });
+    return new std::mutex;
+  }();
+  return *lock;
+}
+
 }  // namespace
 
 std::int64_t MonotonicCounter() noexcept {
@@ -73,6 +85,7 @@ WallTime CurrentWallTime() noexcept {
 bool ToLocalCalendar(std::int64_t iUnixSeconds, CalendarTime& oCalendar) noexcept {
   const time_t seconds = iUnixSeconds;
   tm broken{};
+  const std::lock_guard guard(CalendarLock());
   if (localtime_r(&seconds, &broken) == nullptr) {
     return false;
   }

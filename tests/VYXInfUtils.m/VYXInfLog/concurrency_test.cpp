@@ -17,7 +17,8 @@ namespace {
 
 // Sizes from 1 byte to 64 KiB, mostly small, the same for writer and reader.
 std::size_t PaddingOf(int iWriter, int iLine) {
-  const std::uint32_t mixed = (static_cast<std::uint32_t>(iWriter) * 7919U + static_cast<std::uint32_t>(iLine)) * 2654435761U;
+  const std::uint32_t mixed =
+      (static_cast<std::uint32_t>(iWriter) * 7919U + static_cast<std::uint32_t>(iLine)) * 2654435761U;
   return iLine % 500 == 499 ? 65000 : (mixed >> 16) % 120;
 }
 
@@ -70,8 +71,8 @@ class LineCheck {
 };
 
 std::string FileSettings(const VYX::Test::TemporaryFolder& iFolder) {
-  return iFolder.MakeFile("log.ini",
-                          "[Sinks.A]\nDestination=TextFile\nFilter=%Severity% = 1\nFileName=" + iFolder.Native("a.log") + "\n");
+  return iFolder.MakeFile(
+      "log.ini", "[Sinks.A]\nDestination=TextFile\nFilter=%Severity% = 1\nFileName=" + iFolder.Native("a.log") + "\n");
 }
 
 void RunThreads(int iThreads, int iLines) {

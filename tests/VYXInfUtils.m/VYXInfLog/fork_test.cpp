@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <chrono>
 #include <csignal>
 #include <string>
 #include <thread>
@@ -22,6 +23,8 @@ void ForkWhileThreadsLog(int iForks) {
     threads.emplace_back([&stop] {
       while (!stop.load()) {
         VYXInfLog::GetDefaultLogger()->Log(ERROR, "parent");
+        // Leaves the locks to the forking thread now and then.
+        std::this_thread::sleep_for(std::chrono::microseconds(20));
       }
     });
   }

@@ -27,8 +27,8 @@ using Environment = std::vector<std::pair<std::string, const char*>>;
 
 const char* const kInternalError = "[FATAL] ********** Internal error: Logging not closed before shutdown. **********";
 
-// The lines of a log as "[LEVEL] text": a back end's line loses time and thread, a console line time and numbers. The place of
-// a failure trace becomes "(...)".
+// The lines of a log as "[LEVEL] text": a back end's line loses time and thread, a console line time and numbers. The
+// place of a failure trace becomes "(...)".
 std::vector<std::string> Lines(const std::string& iLog) {
   static const std::regex backEnd("^\\[[^\\]]*\\]\\[\\d+\\]\\[VYX\\](\\[[A-Z]+\\]) ");
   static const std::regex console("^[-0-9_]+; ([A-Z]+); \\d+; \\d+; ");
@@ -93,7 +93,8 @@ TEST_F(Init, WritesTheFormatThatIsFixed) {
     Log(ERROR, "the text");
     VYXInfLog::Close();
   });
-  const std::regex form("\\[\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{6}\\]\\[\\d+\\]\\[VYX\\]\\[ERROR\\] the text\n");
+  const std::regex form(
+      "\\[\\d{4}-\\d\\d-\\d\\d \\d\\d:\\d\\d:\\d\\d\\.\\d{6}\\]\\[\\d+\\]\\[VYX\\]\\[ERROR\\] the text\n");
   EXPECT_TRUE(std::regex_match(child.output, form)) << child.output;
 }
 
@@ -114,18 +115,19 @@ TEST_F(Init, RedirectsTheOutputsIntoTheFileAndBack) {
     }
     std::fprintf(stderr, "stderr\n");
     Log(INFO, "three");
-    std::printf("unflushed");
+    std::printf("buffered\n");
     VYXInfLog::Close();
     std::printf("after\n");
   });
   const std::string path(file);
   EXPECT_THAT(Lines(child.output), ElementsAre("before", "[INFO] console", "[INFO] Redirecting logging.", "after"));
   EXPECT_EQ(child.error, "");
-  EXPECT_THAT(Lines(ContentOf(_folder.Native("x.log"))),
-              ElementsAre("[INFO] Redirecting logging.", "[INFO] VYXInfLog::Init SUCCEEDED",
-                          "[INFO]     Input: Level=INFO, File=<" + path + ">, Config=<>",
-                          "[INFO]     Used : Level=INFO, File=<" + path + ">, Config=<>", "printf", "[INFO] one", "cout",
-                          "[INFO] two", "child", "error", "stderr", "[INFO] three", "unflushed[INFO] VYXInfLog::Close"));
+  EXPECT_THAT(
+      Lines(ContentOf(_folder.Native("x.log"))),
+      ElementsAre("[INFO] Redirecting logging.", "[INFO] VYXInfLog::Init SUCCEEDED",
+                  "[INFO]     Input: Level=INFO, File=<" + path + ">, Config=<>",
+                  "[INFO]     Used : Level=INFO, File=<" + path + ">, Config=<>", "printf", "[INFO] one", "cout",
+                  "[INFO] two", "child", "error", "stderr", "[INFO] three", "buffered", "[INFO] VYXInfLog::Close"));
 }
 
 TEST_F(Init, EmptiesTheFileFirstAndCanBeRepeatedAfterClose) {
@@ -158,8 +160,7 @@ TEST_F(Init, RefusesASecondOneAndSaysSo) {
               ElementsAre("[INFO] VYXInfLog::Init SUCCEEDED", "[INFO]     Input: Level=INFO, File=<>, Config=<>",
                           "[INFO]     Used : Level=INFO, File=<>, Config=<>", "[INFO] VYXInfLog::Init FAILED",
                           "[INFO]     Input: Level=DEBUG, File=<>, Config=<>",
-                          "[INFO]     Used : Level=DEBUG, File=<>, Config=<>",
-                          "[INFO] VYXInfLog::InitFromFile FAILED",
+                          "[INFO]     Used : Level=DEBUG, File=<>, Config=<>", "[INFO] VYXInfLog::InitFromFile FAILED",
                           "[INFO]     Input: Level=INFO, File=<>, Config=<none.ini>",
                           "[INFO]     Used : Level=INFO, File=<>, Config=<none.ini>", "[INFO] VYXInfLog::Close"));
 }
@@ -232,10 +233,10 @@ TEST_F(Init, EnvironmentConsoleClearsASettingsFileToo) {
         VYXInfLog::Close();
       },
       {{"VYX_LOG_OUTPUT", "CONSOLE"}, {"VYX_LOG_LEVEL", "debug"}});
-  EXPECT_THAT(Lines(child.output), ElementsAre("[INFO] VYXInfLog::InitFromFile SUCCEEDED",
-                                               "[INFO]     Input: Level=INFO, File=<>, Config=<none.ini>",
-                                               "[INFO]     Used : Level=DEBUG, File=<>, Config=<>",
-                                               "[INFO] VYXInfLog::Close"));
+  EXPECT_THAT(Lines(child.output),
+              ElementsAre("[INFO] VYXInfLog::InitFromFile SUCCEEDED",
+                          "[INFO]     Input: Level=INFO, File=<>, Config=<none.ini>",
+                          "[INFO]     Used : Level=DEBUG, File=<>, Config=<>", "[INFO] VYXInfLog::Close"));
 }
 
 TEST_F(Init, EnvironmentFolderGetsAFileOfThisRun) {
@@ -248,7 +249,8 @@ TEST_F(Init, EnvironmentFolderGetsAFileOfThisRun) {
       {{"VYX_LOG_OUTPUT", folder.c_str()}});
   const std::vector<std::string> names = _folder.Names("logs");
   ASSERT_EQ(names.size(), 1U);
-  EXPECT_TRUE(std::regex_match(names[0], std::regex("My_App_\\d{4}-\\d\\d-\\d\\d_\\d\\d-\\d\\d-\\d\\d_\\d+\\.log"))) << names[0];
+  EXPECT_TRUE(std::regex_match(names[0], std::regex("My_App_\\d{4}-\\d\\d-\\d\\d_\\d\\d-\\d\\d-\\d\\d_\\d+\\.log")))
+      << names[0];
   EXPECT_THAT(Lines(ContentOf(folder + "/" + names[0])),
               ElementsAre("[INFO] VYXInfLog::Init SUCCEEDED", "[INFO]     Input: Level=INFO, File=<>, Config=<>",
                           "[INFO]     Used : Level=INFO, File=<" + folder + "\\" + names[0] + ">, Config=<>",
@@ -264,11 +266,11 @@ TEST_F(Init, EnvironmentSettingsFileWinsOverAll) {
         VYXInfLog::Close();
       },
       {{"VYX_LOG_CONFIG_FILE", settings.c_str()}, {"VYX_LOG_OUTPUT", "CONSOLE"}, {"VYX_LOG_LEVEL", "TRACE"}});
-  EXPECT_THAT(Lines(ContentOf(_folder.Native("settings.log"))),
-              ElementsAre("[INFO] VYXInfLog::Init SUCCEEDED",
-                          "[INFO]     Input: Level=FATAL, File=<" + std::string(file) + ">, Config=<>",
-                          "[INFO]     Used : Level=FATAL, File=<>, Config=<" + settings + ">",
-                          "[INFO] VYXInfLog::Close"));
+  EXPECT_THAT(
+      Lines(ContentOf(_folder.Native("settings.log"))),
+      ElementsAre("[INFO] VYXInfLog::Init SUCCEEDED",
+                  "[INFO]     Input: Level=FATAL, File=<" + std::string(file) + ">, Config=<>",
+                  "[INFO]     Used : Level=FATAL, File=<>, Config=<" + settings + ">", "[INFO] VYXInfLog::Close"));
 }
 
 TEST_F(Init, EnvironmentLevelCountsWhereNoSettingsFileIsInForce) {
@@ -302,9 +304,9 @@ TEST_F(Init, MissingFilesInTheEnvironmentAreTracedAndIgnored) {
       },
       {{"VYX_LOG_CONFIG_FILE", nowhere.c_str()}, {"VYX_LOG_OUTPUT", nowhere.c_str()}, {"VYX_LOG_LEVEL", "DEBUG"}});
   EXPECT_THAT(Lines(child.output),
-              ElementsAre("[ERROR] FAILURE RETURN (...)", "[ERROR] FAILURE RETURN (...)",
-                          "[INFO] Redirecting logging.", "[INFO] Redirecting logging.",
-                          "[INFO] VYXInfLog::Init SUCCEEDED", "[INFO]     Input: Level=INFO, File=<>, Config=<>",
+              ElementsAre("[ERROR] FAILURE RETURN (...)", "[ERROR] FAILURE RETURN (...)", "[INFO] Redirecting logging.",
+                          "[INFO] Redirecting logging.", "[INFO] VYXInfLog::Init SUCCEEDED",
+                          "[INFO]     Input: Level=INFO, File=<>, Config=<>",
                           "[INFO]     Used : Level=DEBUG, File=<>, Config=<>", "[INFO] VYXInfLog::Close"));
 }
 
