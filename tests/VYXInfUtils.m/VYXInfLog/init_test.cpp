@@ -365,6 +365,26 @@ TEST_F(Init, ABrokenPipeHarmsNothing) {
   });
 }
 
+TEST_F(Init, TheExampleOfTheSettingsFileWorks) {
+  const ChildResult child = Run([this] {
+    if (::chdir(_folder.Native().c_str()) != 0) {
+      std::_Exit(1);
+    }
+    VYXInfLog::InitFromFile(VYX_SOURCE_FOLDER "/resources/logging/settings.ini");
+    Log(DEBUG, "debug");
+    Log(TRACE, "trace");
+    Log(ERROR, "error");
+    VYXInfLog::Close();
+  });
+  EXPECT_EQ(child.error, "");
+  EXPECT_EQ(child.output, "ERROR: error\n");
+  EXPECT_THAT(Lines(ContentOf(_folder.Native("logs/main_0.log"))),
+              ElementsAre("[INFO] VYXInfLog::InitFromFile SUCCEEDED", testing::_, testing::_, "[DEBUG] debug",
+                          "[ERROR] error", "[INFO] VYXInfLog::Close"));
+  EXPECT_TRUE(
+      std::regex_match(ContentOf(_folder.Native("logs/errors.log")), std::regex("\\d\\d:\\d\\d:\\d\\d error\n")));
+}
+
 struct LogsInStaticDestruction {
   ~LogsInStaticDestruction() { VYXInfLog::GetDefaultLogger()->Log(ERROR, "static destruction"); }
 };
