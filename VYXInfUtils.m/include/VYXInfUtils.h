@@ -3,8 +3,8 @@
 /// Everything that the library exports. A source that needs one class family includes that family's own header.
 
 #include "VYXCompressionFileHelper.h"
-#include "VYXITransferable.h"
 #include "VYXIPropertyTreeVisitor.h"
+#include "VYXITransferable.h"
 #include "VYXInfError.h"
 #include "VYXInfFileHelper.h"
 #include "VYXInfLoadableContent.h"
