@@ -8,9 +8,11 @@
 
 namespace {
 
-// Constructed on first use, never destroyed: threads may fail until the process is gone.
+// Constructed on first use, never destroyed: threads may fail until the process is gone. It needs no memory, because
+// running out of that is what may have to be reported first.
 VYX::Os::ThreadSlot& PendingSlot(void (*iDestroy)(void*)) {
-  static VYX::Os::ThreadSlot* const slot = new VYX::Os::ThreadSlot(iDestroy);
+  alignas(VYX::Os::ThreadSlot) static unsigned char memory[sizeof(VYX::Os::ThreadSlot)];
+  static VYX::Os::ThreadSlot* const slot = new (memory) VYX::Os::ThreadSlot(iDestroy);
   return *slot;
 }
 
