@@ -18,7 +18,10 @@ class VYX_EXPORT MediaBase : public ITransferable {
   /// The type name of this class.
   static constexpr const char* kType = "VYX::Inf::MediaBase";
 
+  /// Neither name nor description.
   MediaBase() = default;
+
+  // Copies copy both texts.
   MediaBase(const MediaBase&) = default;
   MediaBase& operator=(const MediaBase&) = default;
 

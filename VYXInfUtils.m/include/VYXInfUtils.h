@@ -21,3 +21,4 @@
 #include "VYXPropertyAccess.h"
 #include "VYXPropertyTree.h"
 #include "VYXPropertyTreeLists.h"
+#include "VYXPropertyTreeTransfer.h"
