@@ -68,7 +68,10 @@ def layer_of(path):
 
 def resolve(tree, file, name):
     """The file of the project that a quoted include means, or None."""
-    roots = [posixpath.dirname(file.path), EXPORTED, LIBRARY, TYPES, "", "tests"]
+    folder = posixpath.dirname(file.path)
+    roots = [folder, EXPORTED, LIBRARY, TYPES, "", "tests"]
+    if file.is_below("tests/"):
+        roots.append(posixpath.dirname(folder))
     candidates = (posixpath.normpath(posixpath.join(root, name)) for root in roots)
     return next((path for path in candidates if path in tree.by_path), None)
 

@@ -1,0 +1,64 @@
+#include "catalogue.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace MediaCatalogue {
+
+namespace {
+
+void Require(long iCode) {
+  if (iCode < 0) {
+    throw std::runtime_error("The catalogue could not be extended; the trace above tells why");
+  }
+}
+
+VYXPropertyTree TreeOf(const Total& iTotal) {
+  VYXPropertyTree tree;
+  Require(tree.SetInteger("files", iTotal.files));
+  Require(tree.SetInteger("bytes", iTotal.bytes));
+  return tree;
+}
+
+void Count(Total& ioTotal, std::int64_t iSize) {
+  ++ioTotal.files;
+  ioTotal.bytes += iSize;
+}
+
+}  // namespace
+
+void Catalogue::Add(const KORUnicodeString& iPath, const FileFacts& iFacts) {
+  VYXPropertyTree entry;
+  Require(entry.SetInteger("size", iFacts.size));
+  Require(entry.SetInteger("lastWriteTime", iFacts.lastWriteTime));
+  Require(entry.SetString("crc32", iFacts.crc32));
+  Require(entry.SetString("sha256", iFacts.sha256));
+  Require(entry.SetString("mediaType", iFacts.mediaType));
+  Require(_files.SetPropertyTree(iPath, std::move(entry)));
+  Count(_all, iFacts.size);
+  Count(_byMediaType[iFacts.mediaType], iFacts.size);
+}
+
+void Catalogue::AddFailure(const KORUnicodeString& iPath, const KORUnicodeString& iReason) {
+  Require(_failures.SetString(Readable(iPath), iReason));
+  ++_failureCount;
+}
+
+VYXPropertyTree Catalogue::TakeTree(const KORUnicodeString& iFolder) {
+  VYXPropertyTree byMediaType;
+  for (const auto& [type, total] : _byMediaType) {
+    Require(byMediaType.SetPropertyTree(type, TreeOf(total)));
+  }
+  VYXPropertyTree totals = TreeOf(_all);
+  Require(totals.SetInteger("failures", _failureCount));
+  Require(totals.SetPropertyTree("byMediaType", std::move(byMediaType)));
+
+  VYXPropertyTree tree;
+  Require(tree.SetString("folder", Readable(iFolder)));
+  Require(tree.SetPropertyTree("files", std::move(_files)));
+  Require(tree.SetPropertyTree("failures", std::move(_failures)));
+  Require(tree.SetPropertyTree("totals", std::move(totals)));
+  return tree;
+}
+
+}  // namespace MediaCatalogue

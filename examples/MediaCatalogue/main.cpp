@@ -1,0 +1,111 @@
+/**
+ * MediaCatalogue: catalogues a folder's files as JSON, with nothing but the exported headers of the library.
+ *
+ * arguments reads the command line, walk lists the files, file_facts reads one of them, catalogue builds the tree,
+ * results writes and verifies it, summary prints.
+ */
+
+#include <exception>
+#include <filesystem>
+#include <iostream>
+#include <string>
+#include <system_error>
+#include <vector>
+
+#include "VYXInfSystemUtil.h"
+#include "arguments.h"
+#include "catalogue.h"
+#include "file_facts.h"
+#include "results.h"
+#include "summary.h"
+#include "walk.h"
+
+namespace MediaCatalogue {
+
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kFailed = 1;
+constexpr int kMisused = 2;
+
+bool IsListable(const std::filesystem::path& iFolder, std::string& oReason) {
+  std::error_code error;
+  const std::filesystem::directory_iterator probe(iFolder, error);
+  oReason = error.message();
+  return !error;
+}
+
+// The results' folder without links, made where it is missing.
+std::filesystem::path MakeOut(const std::filesystem::path& iOut) {
+  std::filesystem::create_directories(iOut);
+  return std::filesystem::canonical(iOut);
+}
+
+void Fill(Catalogue& ioCatalogue, const std::vector<KORUnicodeString>& iFiles) {
+  Progress progress(std::cout, iFiles.size());
+  for (const KORUnicodeString& path : iFiles) {
+    FileFacts facts;
+    KORUnicodeString reason;
+    if (ReadFacts(path, facts, reason)) {
+      ioCatalogue.Add(path, facts);
+    } else {
+      std::cout << std::flush;
+      std::cerr << "MediaCatalogue: " << Readable(path) << ": " << reason << '\n';
+      ioCatalogue.AddFailure(path, reason);
+    }
+    progress.Step();
+  }
+}
+
+int Run(const Arguments& iArguments) {
+  std::string reason;
+  if (!IsListable(iArguments.folder, reason)) {
+    std::cerr << "MediaCatalogue: cannot list the folder '" << iArguments.folder.string() << "': " << reason << '\n';
+    return kMisused;
+  }
+  const std::filesystem::path out = MakeOut(iArguments.out);
+
+  // The walk starts at the current folder: a search path would be split at the separators of a path list, which are
+  // legal in a folder's name.
+  std::filesystem::current_path(iArguments.folder);
+  const KORUnicodeString folder(std::filesystem::current_path().string().c_str());
+  std::cout << "Cataloguing " << folder << std::endl;
+  const std::vector<KORUnicodeString> files = ListFiles(out);
+
+  Catalogue catalogue;
+  Fill(catalogue, files);
+  PrintSummary(std::cout, catalogue);
+
+  const KORUnicodeString path((out / kCatalogueName).string().c_str());
+  const std::size_t size = WriteAndVerify(catalogue.TakeTree(folder), path);
+  std::cout << "Written and read back equal: " << path << " (" << size << " bytes)" << std::endl;
+  return kDone;
+}
+
+int Main(int iCount, const char* const* iValues) {
+  try {
+    Arguments arguments;
+    std::string problem;
+    if (!ParseArguments(iCount, iValues, arguments, problem)) {
+      std::cerr << "MediaCatalogue: " << problem << "; MediaCatalogue --help tells more\n";
+      return kMisused;
+    }
+    if (arguments.wantsHelp) {
+      std::cout << kHelp;
+      return kDone;
+    }
+    return Run(arguments);
+  } catch (const std::exception& error) {
+    std::cout << std::flush;
+    std::cerr << "MediaCatalogue: " << error.what() << '\n';
+    return kFailed;
+  }
+}
+
+}  // namespace
+
+}  // namespace MediaCatalogue
+
+int main(int iCount, char** iValues) {
+  return MediaCatalogue::Main(iCount, iValues);
+}

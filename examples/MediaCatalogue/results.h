@@ -1,0 +1,16 @@
+#pragma once
+
+#include "KORSysTS/KORUnicodeString.h"
+#include "VYXPropertyTree.h"
+
+namespace MediaCatalogue {
+
+/**
+ * Writes the catalogue as JSON, replacing an earlier one as a whole, reads it back and compares.
+ *
+ * @return the number of bytes written.
+ * @throws std::runtime_error with the reason, when the file cannot be written or reads back as anything else.
+ */
+std::size_t WriteAndVerify(const VYXPropertyTree& iTree, const KORUnicodeString& iPath);
+
+}  // namespace MediaCatalogue

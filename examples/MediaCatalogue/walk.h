@@ -1,0 +1,21 @@
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+#include "KORSysTS/KORUnicodeString.h"
+
+namespace MediaCatalogue {
+
+/// The name of the file that holds the results.
+inline constexpr const char* kCatalogueName = "catalogue.json";
+
+/**
+ * The regular files below the current folder: paths relative to it with the library's separators, in ascending order.
+ *
+ * @param iOut the results' folder, as an absolute path without links; what it holds is left out. Where it is the
+ * current folder itself, only the catalogue is.
+ */
+std::vector<KORUnicodeString> ListFiles(const std::filesystem::path& iOut);
+
+}  // namespace MediaCatalogue

@@ -1,0 +1,215 @@
+#!/usr/bin/env python3
+"""Runs MediaCatalogue as a process of its own. The environment variable MEDIA_CATALOGUE names the program."""
+
+import json
+import os
+import pathlib
+import subprocess
+import tempfile
+import unittest
+
+from check_catalogue import differences, facts_of
+
+PROGRAM = os.path.abspath(os.environ["MEDIA_CATALOGUE"])
+NOBODY = 65534
+
+
+class MediaCatalogueTest(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.root = pathlib.Path(folder.name).resolve()
+        self.media = self.root / "media"
+        self.media.mkdir()
+
+    def write(self, name, content=b"content"):
+        path = self.media / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_bytes(content)
+        return path
+
+    def run_program(self, *arguments, **options):
+        return subprocess.run([PROGRAM, *map(os.fspath, arguments)], cwd=self.root, stdin=subprocess.DEVNULL,
+                              capture_output=True, timeout=120, check=False, **options)
+
+    def catalogue(self, out="build/demo"):
+        return json.loads((self.root / out / "catalogue.json").read_text("utf-8"))
+
+    def assert_catalogued(self, run, out="build/demo"):
+        self.assertEqual((run.returncode, run.stderr), (0, b""), run)
+        self.assertEqual(list(differences(self.catalogue(out), self.media, self.root / out)), [])
+
+    def test_help(self):
+        run = self.run_program("--help")
+        self.assertEqual((run.returncode, run.stderr), (0, b""))
+        self.assertTrue(run.stdout.startswith(b"Usage: MediaCatalogue [--out FOLDER] FOLDER\n"))
+
+    def test_misuse(self):
+        self.write("file")
+        rows = [
+            ((), "FOLDER is missing"),
+            (("",), "FOLDER is empty"),
+            (("--out", "results"), "FOLDER is missing"),
+            (("media", "media"), "more than one FOLDER: 'media' and 'media'"),
+            (("--wrong", "media"), "unknown option '--wrong'"),
+            (("-h",), "unknown option '-h'"),
+            (("media", "--out"), "--out needs a folder"),
+            (("media", "--out", ""), "--out needs a folder"),
+        ]
+        for arguments, problem in rows:
+            with self.subTest(arguments=arguments):
+                run = self.run_program(*arguments)
+                message = f"MediaCatalogue: {problem}; MediaCatalogue --help tells more\n"
+                self.assertEqual((run.returncode, run.stdout, run.stderr), (2, b"", message.encode()))
+        self.assertEqual(os.listdir(self.root), ["media"])
+
+    def test_missing_folder(self):
+        self.write("file")
+        for folder, reason in (("gone", "No such file or directory"), ("media/file", "Not a directory")):
+            with self.subTest(folder=folder):
+                run = self.run_program(folder)
+                message = f"MediaCatalogue: cannot list the folder '{folder}': {reason}\n"
+                self.assertEqual((run.returncode, run.stdout, run.stderr), (2, b"", message.encode()))
+        self.assertEqual(os.listdir(self.root), ["media"])
+
+    def test_tree_of_files(self):
+        self.write("clip.MP4", bytes(range(256)) * 1000)
+        self.write("empty", b"")
+        self.write("zeros.bin", b"\0" * 4097)
+        self.write("with blanks/and more/a b.txt")
+        self.write("caf\u00e9/\u65e5\u672c \U0001f3ac.json", b"{}")
+        self.write('quote".md')
+        self.write("colon:semicolon;.wav")
+        self.assert_catalogued(self.run_program("media"))
+        files = self.catalogue()["files"]
+        types = {path: entry["mediaType"] for path, entry in files.items()}
+        self.assertEqual(types, {
+            "clip.MP4": "video/mp4",
+            "empty": "application/octet-stream",
+            "zeros.bin": "application/octet-stream",
+            "with blanks\\and more\\a b.txt": "text/plain",
+            "caf\u00e9\\\u65e5\u672c \U0001f3ac.json": "application/json",
+            'quote".md': "text/markdown",
+            "colon:semicolon;.wav": "audio/wav",
+        })
+        self.assertEqual(self.catalogue()["folder"], str(self.media))
+
+    def test_empty_folder(self):
+        self.assert_catalogued(self.run_program("media"))
+        self.assertEqual(self.catalogue()["totals"], {"bytes": 0, "byMediaType": {}, "failures": 0, "files": 0})
+
+    def test_same_folder_gives_same_bytes(self):
+        for index in range(50):
+            self.write(f"{index * 7919 % 50}/file{index}.txt", b"x" * index)
+        self.assert_catalogued(self.run_program("media"))
+        first = (self.root / "build/demo/catalogue.json").read_bytes()
+        self.assert_catalogued(self.run_program("media"))
+        self.assertEqual((self.root / "build/demo/catalogue.json").read_bytes(), first)
+
+    def test_folder_whose_name_has_separators_of_path_lists(self):
+        folder = self.root / "a;b:c d"
+        self.media.rename(folder)
+        self.media = folder
+        self.write("file.txt")
+        self.assert_catalogued(self.run_program(folder.name))
+
+    def test_folder_whose_name_looks_like_an_option(self):
+        folder = self.root / "--out"
+        self.media.rename(folder)
+        self.media = folder
+        self.write("file.txt")
+        self.assert_catalogued(self.run_program("--", "--out"))
+
+    def test_out_folder(self):
+        self.write("file.txt")
+        self.assert_catalogued(self.run_program("--out", "deep/er/results", "media"), "deep/er/results")
+        self.assertFalse((self.root / "build").exists())
+
+    def test_out_inside_folder_is_left_out(self):
+        self.write("file.txt")
+        self.write("results of others/file.txt")
+        for _ in range(2):
+            self.assert_catalogued(self.run_program("--out", "media/results", "media"), "media/results")
+        expected = {"file.txt", "results of others\\file.txt"}
+        self.assertEqual(set(self.catalogue("media/results")["files"]), expected)
+
+    def test_out_that_is_the_folder(self):
+        self.write("file.txt")
+        self.write("sub/catalogue.json", b"[]")
+        for _ in range(2):
+            run = self.run_program("--out", "media", "media")
+            self.assertEqual((run.returncode, run.stderr), (0, b""))
+            self.assertEqual(set(self.catalogue("media")["files"]), {"file.txt", "sub\\catalogue.json"})
+
+    def test_out_that_cannot_be_made(self):
+        self.write("file.txt")
+        run = self.run_program("--out", "media/file.txt/results", "media")
+        self.assertEqual(run.returncode, 1)
+        self.assertIn(b"Not a directory", run.stderr)
+
+    def test_links_and_special_files(self):
+        self.write("real/file.txt")
+        (self.media / "link to file").symlink_to("real/file.txt")
+        (self.media / "dangling").symlink_to("nowhere")
+        (self.media / "real" / "loop").symlink_to("..")
+        os.mkfifo(self.media / "pipe")
+        run = self.run_program("media")
+        self.assertEqual((run.returncode, run.stderr), (0, b""), run)
+        files = self.catalogue()["files"]
+        self.assertEqual(files["link to file"], {**facts_of(self.media / "real/file.txt"),
+                                                 "mediaType": "application/octet-stream"})
+        self.assertIn("real\\file.txt", files)
+        self.assertFalse({"dangling", "pipe"} & files.keys())
+
+    def test_name_that_is_no_utf8(self):
+        self.write("good.txt")
+        with open(os.fsencode(self.media) + b"/bad\xff.txt", "wb") as file:
+            file.write(b"content")
+        run = self.run_program("media")
+        reason = "The name is no UTF-8 and has no place in a JSON text"
+        self.assertEqual(run.returncode, 0)
+        self.assertEqual(run.stderr.decode(), f"MediaCatalogue: bad\ufffd.txt: {reason}\n")
+        self.assertEqual(set(self.catalogue()["files"]), {"good.txt"})
+        self.assertEqual(self.catalogue()["failures"], {"bad\ufffd.txt": reason})
+
+    def test_unreadable_file_is_reported_and_skipped(self):
+        self.write("good.txt")
+        self.write("private.txt").chmod(0)
+        self.root.chmod(0o777)
+        # Root reads everything: the program runs as somebody else then.
+        other_user = {"user": NOBODY, "group": NOBODY, "extra_groups": []} if os.geteuid() == 0 else {}
+        run = self.run_program("media", **other_user)
+        self.assertEqual(run.returncode, 0, run)
+        self.assertIn(b"ERROR; ", run.stdout)
+        self.assertIn(b"Error opening the file:     .\\private.txt", run.stdout)
+        reason = self.catalogue()["failures"]["private.txt"]
+        self.assertTrue(reason.endswith("private.txt' for reading: Permission denied"), reason)
+        self.assertEqual(run.stderr.decode(), f"MediaCatalogue: private.txt: {reason}\n")
+        self.assertEqual(set(self.catalogue()["files"]), {"good.txt"})
+        self.assertEqual(self.catalogue()["totals"]["failures"], 1)
+
+    def test_results_that_cannot_be_written(self):
+        self.write("good.txt")
+        (self.root / "out" / "catalogue.json").mkdir(parents=True)
+        run = self.run_program("--out", "out", "media")
+        self.assertEqual(run.returncode, 1)
+        self.assertIn(b"MediaCatalogue: Cannot write '", run.stderr)
+
+    def test_file_too_large_for_one_read(self):
+        self.write("good.txt")
+        with open(self.media / "large.bin", "wb") as file:
+            file.truncate(5 * 1024**3)
+        run = self.run_program("media")
+        self.assertEqual(run.returncode, 0, run)
+        self.assertEqual(set(self.catalogue()["files"]), {"good.txt"})
+        self.assertEqual(set(self.catalogue()["failures"]), {"large.bin"})
+
+    def test_any_locale_and_closed_input(self):
+        self.write("caf\u00e9.txt")
+        for locale in ("C", "C.UTF-8", "tr_TR.UTF-8"):
+            with self.subTest(locale=locale):
+                self.assert_catalogued(self.run_program("media", env={"LC_ALL": locale}))
+
+
+if __name__ == "__main__":
+    unittest.main()
