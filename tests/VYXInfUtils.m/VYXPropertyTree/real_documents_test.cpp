@@ -1,0 +1,69 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "KORSysBase/KORResult.h"
+#include "VYXPropertyTree.h"
+#include "support/temporary_folder.h"
+#include "tree_testing.h"
+
+namespace VYX::Test {
+namespace {
+
+/// The *.json files of the folder that VYX_TEST_DATA names, in the environment or in the build.
+class TreeOfRealDocuments : public testing::Test {
+ protected:
+  void SetUp() override {
+    const char* const named = std::getenv("VYX_TEST_DATA");
+    const std::filesystem::path folder = named == nullptr ? VYX_TEST_DATA : named;
+    if (!std::filesystem::is_directory(folder)) {
+      GTEST_SKIP() << "no folder " << folder << "; VYX_TEST_DATA names the folder of JSON documents";
+    }
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+      if (entry.path().extension() == ".json") {
+        _paths.push_back(entry.path().string());
+      }
+    }
+    if (_paths.empty()) {
+      GTEST_SKIP() << "no *.json file in " << folder;
+    }
+  }
+
+  std::vector<std::string> _paths;
+};
+
+TEST_F(TreeOfRealDocuments, SurviveTextAndCopy) {
+  for (const std::string& path : _paths) {
+    SCOPED_TRACE(path);
+    VYXPropertyTree tree;
+    ASSERT_EQ(tree.Parse(KORUnicodeString(std::string_view(ContentOf(path)))), S_OK);
+    const VYXPropertyTree copy(tree);
+    EXPECT_TRUE(copy == tree);
+    VYXPropertyTree again;
+    ASSERT_EQ(again.Parse(VYXPropertyTreeUtils::Stringify(tree)), S_OK);
+    EXPECT_TRUE(again == tree);
+  }
+}
+
+TEST_F(TreeOfRealDocuments, ReadAlikeByPython) {
+  if (std::string_view(VYX_PYTHON).empty()) {
+    GTEST_SKIP() << "no python3 was found when the build was configured";
+  }
+  const TemporaryFolder folder;
+  for (const std::string& path : _paths) {
+    SCOPED_TRACE(path);
+    VYXPropertyTree tree;
+    ASSERT_EQ(tree.Parse(KORUnicodeString(std::string_view(ContentOf(path)))), S_OK);
+    const std::string output = folder.MakeFile("output.json", TextOf(tree));
+    const std::string command =
+        std::string("'" VYX_PYTHON "' -B '" VYX_COMPARE_JSON "' '") + path + "' '" + output + "'";
+    EXPECT_EQ(std::system(command.c_str()), 0);
+  }
+}
+
+}  // namespace
+}  // namespace VYX::Test
