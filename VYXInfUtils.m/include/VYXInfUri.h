@@ -56,7 +56,7 @@ class VYX_EXPORT VYXInfUri {
    * - Behind it, "//" begins the authority, which ends before the first "/", "?" or "#". What follows the first ":" in
    * it is the port, read as an unsigned 32-bit decimal number under the rules of std::stoul (leading white space and a
    *   sign are accepted, what follows the digits is ignored, a minus sign wraps around) and kept as a signed one. An
-   *   authority without ":" has no port.
+   *   authority without ":" has no port. A numeric IPv6 host is taken for a bad port.
    * - Then come the path, "?" and the query, "#" and the fragment.
    *
    * @return S_OK.
