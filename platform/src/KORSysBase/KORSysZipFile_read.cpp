@@ -59,6 +59,9 @@ ZipProblem Select(ZipSession& ioSession, const KORUnicodeString& iName) {
     problem = archive.Layout().CheckLocal(archive.Source(), entry, end);
   }
   if (problem.IsNone()) {
+    problem = archive.PrepareReader();
+  }
+  if (problem.IsNone()) {
     ioSession.selection.entry = &entry;
   }
   return problem;

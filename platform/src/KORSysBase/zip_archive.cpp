@@ -34,21 +34,18 @@ ZipProblem ZipArchive::Open(const std::string& iNativePath) {
   if (const Os::Status status = _source.Open(iNativePath); !status.IsOk()) {
     return ToProblem(status);
   }
-  if (ZipProblem problem = _layout.Read(_source, _limits.maxEntries); !problem.IsNone()) {
-    return problem;
-  }
-  if (Entries().empty()) {
-    return {};
-  }
-  std::string reason;
-  if (!_reader.Open(_source, reason)) {
-    return {KORSysZipFile::kDamaged, {}, reason};
-  }
-  return CompareDirectories();
+  return _layout.Read(_source, _limits.maxEntries);
 }
 
 // The reader has a parser of its own; what it reads must be what was verified here.
-ZipProblem ZipArchive::CompareDirectories() const {
+ZipProblem ZipArchive::PrepareReader() {
+  std::string reason;
+  if (_isPrepared || Entries().empty()) {
+    return {};
+  }
+  if (!_reader.Open(_source, reason)) {
+    return {KORSysZipFile::kDamaged, {}, reason};
+  }
   if (_reader.GetCount() != Entries().size()) {
     return {KORSysZipFile::kDamaged, {}, "its directory can be read in two ways"};
   }
@@ -59,6 +56,7 @@ ZipProblem ZipArchive::CompareDirectories() const {
       return Damaged(entry, "its place in the directory can be read in two ways");
     }
   }
+  _isPrepared = true;
   return {};
 }
 

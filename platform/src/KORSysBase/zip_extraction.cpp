@@ -50,7 +50,8 @@ class Extraction {
     if (const std::size_t clash = FindClash(_targets, limits.isCaseIgnored); clash != _targets.size()) {
       return Refused(KORSysZipFile::kDuplicateEntry, _archive.Entries()[clash], "another entry takes its place");
     }
-    return _archive.Layout().CheckAllLocal(_archive.Source());
+    ZipProblem problem = _archive.Layout().CheckAllLocal(_archive.Source());
+    return problem.IsNone() ? _archive.PrepareReader() : problem;
   }
 
   ZipProblem Run(const std::string& iTarget) {

@@ -30,6 +30,9 @@ class ZipArchive {
   const ZipLayout& Layout() const noexcept { return _layout; }
   ZipFileSource& Source() noexcept { return _source; }
 
+  /// Makes entries readable. Not needed to list them, so that archives can be listed which nobody can read.
+  ZipProblem PrepareReader();
+
   /// Refuses an entry that is encrypted, compressed in an unknown way, impossible or past the limits.
   ZipProblem CheckReadable(const ZipEntry& iEntry) const;
 
@@ -51,7 +54,6 @@ class ZipArchive {
  private:
   ZipProblem ReadRaw(const ZipEntry& iEntry, char* oBuffer, std::size_t iSize);
   ZipProblem ReaderProblem(const ZipEntry& iEntry, Adapters::ZipFailure iFailure) const;
-  ZipProblem CompareDirectories() const;
 
   KORSysZipLimits _limits;
   ZipFileSource _source;
@@ -59,6 +61,7 @@ class ZipArchive {
   Adapters::ZipReader _reader;
   std::unique_ptr<Adapters::Inflater> _inflater;
   std::uint64_t _position = 0;
+  bool _isPrepared = false;
 };
 
 /// Extracts all of an archive; see KORSysZipFile::ExtractAll.

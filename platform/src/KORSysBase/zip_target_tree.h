@@ -28,7 +28,7 @@ class NewFolders {
   explicit NewFolders(std::string iPath) {
     const char separator = Os::NativeSeparator();
     iPath.resize(iPath.find_last_not_of(separator) + 1);
-    while (!iPath.empty() && !Os::TestExistence(iPath).IsOk()) {
+    while (!iPath.empty() && IsMissing(iPath)) {
       _paths.push_back(iPath);
       iPath = SplitLast(iPath, separator).first;
       iPath.resize(iPath.find_last_not_of(separator) + 1);
@@ -47,6 +47,11 @@ class NewFolders {
   }
 
  private:
+  static bool IsMissing(const std::string& iPath) {
+    constexpr int kFileNotFound = 2;
+    return Os::TestExistence(iPath).ToErrorNumber() == kFileNotFound;
+  }
+
   std::vector<std::string> _paths;
 };
 
@@ -132,7 +137,7 @@ class Staging {
     for (std::size_t position : _files) {
       static_cast<void>(_folder.RemoveFile(std::to_string(position)));
     }
-    if (_folder.IsOpen()) {
+    if (_isCreated) {
       static_cast<void>(_parent->RemoveFolder(_name));
     }
   }
@@ -143,7 +148,8 @@ class Staging {
     _name = ".unzip-" + std::to_string(Os::CurrentProcessId()) + "-" + std::to_string(Os::MonotonicCounter()) + "-" +
             std::to_string(++counter);
     const Os::Status status = iParent.CreateFolder(_name, true);
-    return status.IsOk() ? iParent.OpenFolder(_name, _folder) : status;
+    _isCreated = status.IsOk();
+    return _isCreated ? iParent.OpenFolder(_name, _folder) : status;
   }
 
   Os::Status Create(std::size_t iPosition, bool iIsProgram, Os::FileDescriptor& oFile) {
@@ -164,6 +170,7 @@ class Staging {
  private:
   const Os::FolderHandle* _parent = nullptr;
   std::string _name;
+  bool _isCreated = false;
   Os::FolderHandle _folder;
   std::vector<std::size_t> _files;
 };
