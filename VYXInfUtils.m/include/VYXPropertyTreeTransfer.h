@@ -27,8 +27,9 @@
  *     {"$type":"VYX::Inf::MediaContainer","mediaContainerContent":[{"$type":"Example::Picture","mediaDescription":"",
  *      "mediaName":"Fjord"}],"mediaDescription":"","mediaName":"Holiday"}
  *
- * Objects nest up to 256 levels, which is as deep as JSON text can be parsed again. An object that several lists share
- * is written once in each. Every failure is written to the log, with a trace and its reason.
+ * Objects nest up to 256 levels, which is as deep as JSON text can be parsed again; for media containers that takes
+ * less than 256 KiB of stack. An object that several lists share is written once in each. Every failure is written to
+ * the log, with a trace and its reason.
  */
 namespace VYX::Inf {
 
