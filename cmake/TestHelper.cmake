@@ -1,8 +1,11 @@
 find_package(GTest CONFIG REQUIRED)
 include(GoogleTest)
 
+add_custom_target(vyx_threads_tests)
+
 # vyx_add_test(NAME SOURCES...): one test program that reaches the library's internals as well as its exports.
-# Tests that may be run by several threads at once carry the label "threads"; the thread sanitizer runs those.
+# Tests of what several threads may use at once carry the label "threads" and are built by the target vyx_threads_tests:
+# the thread sanitizer runs those.
 function(vyx_add_test iName)
   cmake_parse_arguments(TEST "THREADS" "" "SOURCES" ${ARGN})
   add_executable(${iName} ${TEST_SOURCES})
@@ -10,6 +13,7 @@ function(vyx_add_test iName)
   set(labels unit)
   if(TEST_THREADS)
     list(APPEND labels threads)
+    add_dependencies(vyx_threads_tests ${iName})
   endif()
   gtest_discover_tests(${iName} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
     PROPERTIES LABELS "${labels}" TIMEOUT 300)
