@@ -23,9 +23,9 @@
  */
 
 /// The element type of the list of Booleans.
-typedef bool vyx_bool;
+using vyx_bool = bool;
 /// The element type of the list of integers.
-typedef std::int64_t vyx_int64_t;
+using vyx_int64_t = std::int64_t;
 
 extern template class VYX_EXPORT KORListVal<vyx_bool>;
 extern template class VYX_EXPORT KORListVal<vyx_int64_t>;

@@ -73,6 +73,7 @@ INNOCENT = [
     ("platform/os/posix/clock.cpp", "#if !defined(__linux__)\n#error wrong host\n#endif\n"),
     ("tests/platform/os/CMakeLists.txt", "# A folder that mirrors a mapped one\n"),
     ("tests/VYXInfUtils.m/CMakeLists.txt", "# A folder that mirrors one of sources\n"),
+    ("platform/os/CMakeLists.txt", "target_sources(os PRIVATE ${PROJECT_SOURCE_DIR}/platform/os/posix/clock.cpp)\n"),
     ("platform/os/README.md", "[clock](posix/clock.cpp#here), [top](../../HACKING.md), [web](https://example.org/)\n"),
     ("platform/os/windows_api.md", "Text with caf\u00e9  \n"),
     ("build/dev/generated.cpp", "#include <windows.h>"),

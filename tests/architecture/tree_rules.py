@@ -45,9 +45,11 @@ def check_links(tree):
 
 
 def check_build_lists(tree):
-    """Every source is named in the CMakeLists.txt of its folder or of one above it."""
+    """Every source is named in the CMakeLists.txt of its folder or of one above it, or with its full path in any."""
+    lists = "".join(file.text for file in tree.files if file.path.endswith("CMakeLists.txt"))
     for file in filter(lambda file: file.suffix == ".cpp" and file.is_below(*BUILT), tree.files):
-        if not any(is_listed(tree, file, folder) for folder in parents(file.path)):
+        is_near = any(is_listed(tree, file, folder) for folder in parents(file.path))
+        if not is_near and "${PROJECT_SOURCE_DIR}/" + file.path not in lists:
             yield Finding("build-list", file.path, 1, "no CMakeLists.txt names this source")
 
 

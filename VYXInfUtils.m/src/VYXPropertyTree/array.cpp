@@ -44,7 +44,7 @@ void Array::Reserve(std::size_t iCapacity) {
     Value* to = larger->Elements();
     for (Value& element : *this) {
       new (to++) Value(std::move(element));
-      element.~Value();
+      element.~Value();  // NOLINT(bugprone-use-after-move): what was moved from still has to end
     }
     larger->size = _body->size;
     ::operator delete(_body);

@@ -68,7 +68,7 @@ class MemberAccess {
   bool IsNothing() const noexcept { return _root == nullptr && _designated == nullptr; }
 
   /// The object; json::BadVariantAccess where a view designates something else.
-  json::Object& Object() const { return _isView ? _designated->GetObject() : *_root; }
+  json::Object& Object() const { return _root != nullptr ? *_root : _designated->GetObject(); }
 
   template <class Read>
   long ReadMember(const SourceSite& iSite, const KORUnicodeString& iKey, Read&& iRead,

@@ -70,6 +70,7 @@ long MemberAccess::SetString(const KORUnicodeString& iKey, KORUnicodeString&& io
   json::Value value(std::move(ioValue));
   const long code = SetValue(iKey, std::move(value));
   if (code < 0) {
+    // NOLINTNEXTLINE(bugprone-use-after-move): a value that was not stored was not moved from
     ioValue = std::move(value.GetString());
   }
   return code;
@@ -89,6 +90,7 @@ long MemberAccess::SetPropertyTree(const KORUnicodeString& iKey, VYXPropertyTree
   json::Value value(std::move(*RootOf(ioValue)));
   const long code = SetValue(iKey, std::move(value));
   if (code < 0) {
+    // NOLINTNEXTLINE(bugprone-use-after-move): a value that was not stored was not moved from
     *RootOf(ioValue) = std::move(value.GetObject());
   }
   return code;
