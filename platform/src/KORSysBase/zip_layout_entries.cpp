@@ -170,7 +170,7 @@ std::string ShownName(std::string_view iRawName) {
 }
 
 ZipProblem ZipLayout::ReadEntries(std::uint64_t iCount) {
-  const ZipProblem damaged{KORSysZipFile::kDamaged, {}, "its directory is damaged"};
+  ZipProblem damaged{KORSysZipFile::kDamaged, {}, "its directory is damaged"};
   std::string_view rest = _directory;
   if (iCount > rest.size() / kRecordSize) {
     return damaged;

@@ -224,7 +224,7 @@ bool Filter::Compare(Comparison iComparison, const Value& iLeft, const Value& iR
 }
 
 bool Filter::Accepts(int iLevel, std::string_view iChannel) const {
-  bool answers[kMaxWaiting];
+  bool answers[kMaxWaiting] = {};
   std::size_t count = 0;
   for (const Step& step : _steps) {
     if (step.operation == Operation::Severity) {
