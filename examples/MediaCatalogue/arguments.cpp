@@ -9,15 +9,16 @@ const char* const kHelp =
     "\n"
     "Catalogues every regular file below FOLDER, the results' own folder left out: size, time of the last write,\n"
     "CRC-32, SHA-256 and media type, and totals by type. The catalogue is written as JSON, read back and compared.\n"
+    "The files are packed into a zip archive, and every entry is read back and held against the catalogue.\n"
     "\n"
-    "  --out FOLDER   where catalogue.json goes; build/demo under the current folder unless given\n"
+    "  --out FOLDER   where catalogue.json and catalogue.zip go; build/demo under the current folder unless given\n"
     "  --help         this text\n"
     "  --             what follows is FOLDER, even if it begins with a dash\n"
     "\n"
     "A file that cannot be read is reported, listed in the catalogue, and does not end the run.\n"
     "\n"
-    "Exit status: 0 the catalogue is written and read back equal; 1 it is not; 2 the command line is wrong or\n"
-    "FOLDER is not a folder that can be listed.\n";
+    "Exit status: 0 catalogue and archive are written and read back equal; 1 they are not; 2 the command line is\n"
+    "wrong or FOLDER is not a folder that can be listed.\n";
 
 namespace {
 

@@ -20,6 +20,16 @@ VYXPropertyTree TreeOf(const Total& iTotal) {
   return tree;
 }
 
+VYXPropertyTree TreeOf(const FileFacts& iFacts) {
+  VYXPropertyTree tree;
+  Require(tree.SetInteger("size", iFacts.size));
+  Require(tree.SetInteger("lastWriteTime", iFacts.lastWriteTime));
+  Require(tree.SetString("crc32", iFacts.crc32));
+  Require(tree.SetString("sha256", iFacts.sha256));
+  Require(tree.SetString("mediaType", iFacts.mediaType));
+  return tree;
+}
+
 void Count(Total& ioTotal, std::int64_t iSize) {
   ++ioTotal.files;
   ioTotal.bytes += iSize;
@@ -27,16 +37,10 @@ void Count(Total& ioTotal, std::int64_t iSize) {
 
 }  // namespace
 
-void Catalogue::Add(const KORUnicodeString& iPath, const FileFacts& iFacts) {
-  VYXPropertyTree entry;
-  Require(entry.SetInteger("size", iFacts.size));
-  Require(entry.SetInteger("lastWriteTime", iFacts.lastWriteTime));
-  Require(entry.SetString("crc32", iFacts.crc32));
-  Require(entry.SetString("sha256", iFacts.sha256));
-  Require(entry.SetString("mediaType", iFacts.mediaType));
-  Require(_files.SetPropertyTree(iPath, std::move(entry)));
+void Catalogue::Add(const KORUnicodeString& iPath, FileFacts iFacts) {
   Count(_all, iFacts.size);
   Count(_byMediaType[iFacts.mediaType], iFacts.size);
+  _files.push_back({iPath, std::move(iFacts)});
 }
 
 void Catalogue::AddFailure(const KORUnicodeString& iPath, const KORUnicodeString& iReason) {
@@ -44,7 +48,11 @@ void Catalogue::AddFailure(const KORUnicodeString& iPath, const KORUnicodeString
   ++_failureCount;
 }
 
-VYXPropertyTree Catalogue::TakeTree(const KORUnicodeString& iFolder) {
+VYXPropertyTree Catalogue::ToTree(const KORUnicodeString& iFolder) const {
+  VYXPropertyTree files;
+  for (const CataloguedFile& file : _files) {
+    Require(files.SetPropertyTree(file.path, TreeOf(file.facts)));
+  }
   VYXPropertyTree byMediaType;
   for (const auto& [type, total] : _byMediaType) {
     Require(byMediaType.SetPropertyTree(type, TreeOf(total)));
@@ -55,8 +63,8 @@ VYXPropertyTree Catalogue::TakeTree(const KORUnicodeString& iFolder) {
 
   VYXPropertyTree tree;
   Require(tree.SetString("folder", Readable(iFolder)));
-  Require(tree.SetPropertyTree("files", std::move(_files)));
-  Require(tree.SetPropertyTree("failures", std::move(_failures)));
+  Require(tree.SetPropertyTree("files", std::move(files)));
+  Require(tree.SetPropertyTree("failures", _failures));
   Require(tree.SetPropertyTree("totals", std::move(totals)));
   return tree;
 }

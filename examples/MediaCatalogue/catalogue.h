@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <map>
+#include <vector>
 
 #include "KORSysTS/KORUnicodeString.h"
 #include "VYXPropertyTree.h"
@@ -15,8 +16,14 @@ struct Total {
   std::int64_t bytes = 0;
 };
 
+/// One file of the catalogue; the path is relative to the folder.
+struct CataloguedFile {
+  KORUnicodeString path;
+  FileFacts facts;
+};
+
 /**
- * The catalogue of one folder, as the property tree that is written:
+ * The catalogue of one folder, and the property tree that is written:
  *
  *     {"failures": {"<path>": "<reason>", ...},
  *      "files": {"<path>": {"crc32": ..., "lastWriteTime": ..., "mediaType": ..., "sha256": ..., "size": ...}, ...},
@@ -29,20 +36,23 @@ struct Total {
 class Catalogue {
  public:
   /// Enters a file.
-  void Add(const KORUnicodeString& iPath, const FileFacts& iFacts);
+  void Add(const KORUnicodeString& iPath, FileFacts iFacts);
 
   /// Enters a file that could not be read.
   void AddFailure(const KORUnicodeString& iPath, const KORUnicodeString& iReason);
 
-  /// Adds the totals and gives the tree away; the catalogue is at its end then.
-  VYXPropertyTree TakeTree(const KORUnicodeString& iFolder);
+  /// The catalogue of iFolder as a tree, with the totals.
+  VYXPropertyTree ToTree(const KORUnicodeString& iFolder) const;
+
+  /// The files in the order in which they were entered.
+  const std::vector<CataloguedFile>& Files() const { return _files; }
 
   const Total& All() const { return _all; }
   const std::map<KORUnicodeString, Total>& ByMediaType() const { return _byMediaType; }
   std::int64_t FailureCount() const { return _failureCount; }
 
  private:
-  VYXPropertyTree _files;
+  std::vector<CataloguedFile> _files;
   VYXPropertyTree _failures;
   Total _all;
   std::map<KORUnicodeString, Total> _byMediaType;

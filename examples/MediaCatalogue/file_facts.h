@@ -15,6 +15,10 @@ struct FileFacts {
   KORUnicodeString mediaType;
 };
 
+/// A path relative to the current folder, spelled so that the platform never takes its first component for anything but
+/// a name.
+KORUnicodeString FromHere(const KORUnicodeString& iPath);
+
 /**
  * Reads a file and tells about it.
  *

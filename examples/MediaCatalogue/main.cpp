@@ -2,7 +2,7 @@
  * MediaCatalogue: catalogues a folder's files as JSON, with nothing but the exported headers of the library.
  *
  * arguments reads the command line, walk lists the files, file_facts reads one of them, catalogue builds the tree,
- * results writes and verifies it, summary prints.
+ * results writes and verifies it, archive packs the files and verifies them, summary prints.
  */
 
 #include <exception>
@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "VYXInfSystemUtil.h"
+#include "archive.h"
 #include "arguments.h"
 #include "catalogue.h"
 #include "file_facts.h"
@@ -57,6 +58,26 @@ void Fill(Catalogue& ioCatalogue, const std::vector<KORUnicodeString>& iFiles) {
   }
 }
 
+void Report(const char* iWhat, const std::vector<KORUnicodeString>& iLines) {
+  std::cout << std::flush;
+  for (const KORUnicodeString& line : iLines) {
+    std::cerr << "MediaCatalogue: " << iWhat << ": " << Readable(line) << '\n';
+  }
+}
+
+// False where the archive is not what was catalogued.
+bool Archive(const Catalogue& iCatalogue, const std::filesystem::path& iOut) {
+  const KORUnicodeString path((iOut / kArchiveName).string().c_str());
+  const ArchiveResult result = PackAndVerify(iCatalogue.Files(), path);
+  Report("left out of the archive", result.leftOut);
+  Report("wrong in the archive", result.differences);
+  if (!result.differences.empty()) {
+    return false;
+  }
+  std::cout << "Packed and read back equal: " << path << " (" << result.packed << " files)" << std::endl;
+  return true;
+}
+
 int Run(const Arguments& iArguments) {
   std::string reason;
   if (!IsListable(iArguments.folder, reason)) {
@@ -77,9 +98,9 @@ int Run(const Arguments& iArguments) {
   PrintSummary(std::cout, catalogue);
 
   const KORUnicodeString path((out / kCatalogueName).string().c_str());
-  const std::size_t size = WriteAndVerify(catalogue.TakeTree(folder), path);
+  const std::size_t size = WriteAndVerify(catalogue.ToTree(folder), path);
   std::cout << "Written and read back equal: " << path << " (" << size << " bytes)" << std::endl;
-  return kDone;
+  return Archive(catalogue, out) ? kDone : kFailed;
 }
 
 int Main(int iCount, const char* const* iValues) {

@@ -20,6 +20,10 @@ KORUnicodeString PrefixOf(const std::filesystem::path& iOut) {
   return VYXInfSystemUtil::ResolvePath(spelled, true);
 }
 
+bool IsResult(const KORUnicodeString& iPath) {
+  return iPath == kCatalogueName || iPath == kArchiveName;
+}
+
 }  // namespace
 
 std::vector<KORUnicodeString> ListFiles(const std::filesystem::path& iOut) {
@@ -31,7 +35,7 @@ std::vector<KORUnicodeString> ListFiles(const std::filesystem::path& iOut) {
   const bool isOutHere = iOut == std::filesystem::current_path();
   std::erase_if(files, [&](const KORUnicodeString& iPath) {
     const bool isBelowOut = !prefix.IsEmpty() && iPath.ToStringView().starts_with(prefix.ToStringView());
-    return isBelowOut || (isOutHere && iPath == kCatalogueName);
+    return isBelowOut || (isOutHere && IsResult(iPath));
   });
   std::ranges::sort(files);
   return files;

@@ -7,14 +7,15 @@
 
 namespace MediaCatalogue {
 
-/// The name of the file that holds the results.
+// The files of the results' folder.
 inline constexpr const char* kCatalogueName = "catalogue.json";
+inline constexpr const char* kArchiveName = "catalogue.zip";
 
 /**
  * The regular files below the current folder: paths relative to it with the library's separators, in ascending order.
  *
  * @param iOut the results' folder, as an absolute path without links; what it holds is left out. Where it is the
- * current folder itself, only the catalogue is.
+ * current folder itself, only the results are.
  */
 std::vector<KORUnicodeString> ListFiles(const std::filesystem::path& iOut);
 

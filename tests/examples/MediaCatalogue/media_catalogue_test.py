@@ -7,6 +7,7 @@ import pathlib
 import subprocess
 import tempfile
 import unittest
+import zipfile
 
 from check_catalogue import differences, facts_of
 
@@ -35,8 +36,15 @@ class MediaCatalogueTest(unittest.TestCase):
     def catalogue(self, out="build/demo"):
         return json.loads((self.root / out / "catalogue.json").read_text("utf-8"))
 
+    def packed(self, out="build/demo"):
+        """Name, with the library's separators, and content of every entry of the archive."""
+        with zipfile.ZipFile(self.root / out / "catalogue.zip") as archive:
+            return {name.replace("/", "\\"): archive.read(name) for name in archive.namelist()}
+
     def assert_catalogued(self, run, out="build/demo"):
         self.assertEqual((run.returncode, run.stderr), (0, b""), run)
+        self.assertEqual(self.packed(out), {path: (self.media / path.replace("\\", "/")).read_bytes()
+                                            for path in self.catalogue(out)["files"]})
         self.assertEqual(list(differences(self.catalogue(out), self.media, self.root / out)), [])
 
     def test_help(self):
@@ -203,6 +211,31 @@ class MediaCatalogueTest(unittest.TestCase):
         self.assertEqual(run.returncode, 0, run)
         self.assertEqual(set(self.catalogue()["files"]), {"good.txt"})
         self.assertEqual(set(self.catalogue()["failures"]), {"large.bin"})
+
+    def test_files_that_no_archive_takes(self):
+        self.write("good.txt")
+        self.write("c:drive.txt")
+        run = self.run_program("media")
+        self.assertEqual(run.returncode, 0, run)
+        self.assertEqual(set(self.catalogue()["files"]), {"good.txt", "c:drive.txt"})
+        self.assertEqual(self.packed(), {"good.txt": b"content"})
+        self.assertIn("MediaCatalogue: left out of the archive: c:drive.txt: ", run.stderr.decode())
+        self.assertIn("its path names a drive", run.stderr.decode())
+
+    def test_large_entry_that_grows_much(self):
+        with open(self.media / "zeros.bin", "wb") as file:
+            file.truncate(100 * 1024**2)
+        self.write("exactly a piece", os.urandom(1024**2))
+        run = self.run_program("media")
+        self.assertEqual((run.returncode, run.stderr), (0, b""), run)
+        self.assertLess((self.root / "build/demo/catalogue.zip").stat().st_size, 2 * 1024**2)
+
+    def test_archive_that_cannot_be_written(self):
+        self.write("good.txt")
+        (self.root / "out" / "catalogue.zip").mkdir(parents=True)
+        run = self.run_program("--out", "out", "media")
+        self.assertEqual(run.returncode, 1)
+        self.assertIn(b"catalogue.zip", run.stderr)
 
     def test_any_locale_and_closed_input(self):
         self.write("caf\u00e9.txt")
