@@ -2,7 +2,8 @@
  * MediaCatalogue: catalogues a folder's files as JSON, with nothing but the exported headers of the library.
  *
  * arguments reads the command line, walk lists the files, file_facts reads one of them, catalogue builds the tree,
- * results writes and verifies it, archive packs the files and verifies them, summary prints.
+ * results writes and verifies it, archive packs the files and verifies them, summary prints, messages holds what
+ * the user reads.
  */
 
 #include <exception>
@@ -17,6 +18,7 @@
 #include "arguments.h"
 #include "catalogue.h"
 #include "file_facts.h"
+#include "messages.h"
 #include "results.h"
 #include "summary.h"
 #include "walk.h"
@@ -29,11 +31,15 @@ constexpr int kDone = 0;
 constexpr int kFailed = 1;
 constexpr int kMisused = 2;
 
-bool IsListable(const std::filesystem::path& iFolder, std::string& oReason) {
+// Empty for a folder that can be listed, else what to tell the user.
+KORUnicodeString ProblemOf(const std::filesystem::path& iFolder) {
   std::error_code error;
   const std::filesystem::directory_iterator probe(iFolder, error);
-  oReason = error.message();
-  return !error;
+  const KORUnicodeString folder = Readable(iFolder.string().c_str());
+  if (error == std::errc::no_such_file_or_directory) {
+    return Say(kNoSuchFolder, {folder});
+  }
+  return error ? Say(kCannotList, {folder, error.message().c_str()}) : KORUnicodeString();
 }
 
 // The results' folder without links, made where it is missing.
@@ -74,14 +80,14 @@ bool Archive(const Catalogue& iCatalogue, const std::filesystem::path& iOut) {
   if (!result.differences.empty()) {
     return false;
   }
-  std::cout << "Packed and read back equal: " << path << " (" << result.packed << " files)" << std::endl;
+  std::cout << Say(kPacked, {Readable(path), Number(static_cast<std::int64_t>(result.packed))}) << std::endl;
   return true;
 }
 
 int Run(const Arguments& iArguments) {
-  std::string reason;
-  if (!IsListable(iArguments.folder, reason)) {
-    std::cerr << "MediaCatalogue: cannot list the folder '" << iArguments.folder.string() << "': " << reason << '\n';
+  const KORUnicodeString problem = ProblemOf(iArguments.folder);
+  if (!problem.IsEmpty()) {
+    std::cerr << "MediaCatalogue: " << problem << '\n';
     return kMisused;
   }
   const std::filesystem::path out = MakeOut(iArguments.out);
@@ -90,7 +96,7 @@ int Run(const Arguments& iArguments) {
   // legal in a folder's name.
   std::filesystem::current_path(iArguments.folder);
   const KORUnicodeString folder(std::filesystem::current_path().string().c_str());
-  std::cout << "Cataloguing " << folder << std::endl;
+  std::cout << Say(kCataloguing, {Readable(folder)}) << std::endl;
   const std::vector<KORUnicodeString> files = ListFiles(out);
 
   Catalogue catalogue;
@@ -99,7 +105,7 @@ int Run(const Arguments& iArguments) {
 
   const KORUnicodeString path((out / kCatalogueName).string().c_str());
   const std::size_t size = WriteAndVerify(catalogue.ToTree(folder), path);
-  std::cout << "Written and read back equal: " << path << " (" << size << " bytes)" << std::endl;
+  std::cout << Say(kWritten, {Readable(path), Number(static_cast<std::int64_t>(size))}) << std::endl;
   return Archive(catalogue, out) ? kDone : kFailed;
 }
 

@@ -1,10 +1,11 @@
 #include "summary.h"
 
 #include <algorithm>
-#include <iomanip>
 #include <ostream>
 #include <utility>
 #include <vector>
+
+#include "messages.h"
 
 namespace MediaCatalogue {
 
@@ -13,9 +14,19 @@ namespace {
 constexpr std::chrono::seconds kBetweenLines(2);
 constexpr std::size_t kMostRows = 12;
 
-void PrintRow(std::ostream& ioStream, const char* iName, const Total& iTotal) {
-  ioStream << "  " << std::left << std::setw(28) << iName << std::right << std::setw(10) << iTotal.files
-           << std::setw(16) << iTotal.bytes << '\n';
+// The stream's own width counts bytes, not characters.
+KORUnicodeString Padding(const KORUnicodeString& iText, int iWidth) {
+  return KORUnicodeString(KORUnicodeChar(' '), static_cast<std::size_t>(std::max(iWidth - iText.GetLengthInChar(), 0)));
+}
+
+void PrintRow(std::ostream& ioStream, const KORUnicodeString& iName, const KORUnicodeString& iFiles,
+              const KORUnicodeString& iBytes) {
+  ioStream << "  " << iName << Padding(iName, 28) << Padding(iFiles, 10) << iFiles << Padding(iBytes, 16) << iBytes
+           << '\n';
+}
+
+void PrintRow(std::ostream& ioStream, const KORUnicodeString& iName, const Total& iTotal) {
+  PrintRow(ioStream, iName, Number(iTotal.files), Number(iTotal.bytes));
 }
 
 }  // namespace
@@ -27,7 +38,9 @@ void Progress::Step() {
   ++_done;
   const auto now = std::chrono::steady_clock::now();
   if (now >= _nextLine && _done < _fileCount) {
-    _stream << "  " << _done << " of " << _fileCount << " files" << std::endl;
+    _stream << "  "
+            << Say(kProgress, {Number(static_cast<std::int64_t>(_done)), Number(static_cast<std::int64_t>(_fileCount))})
+            << std::endl;
     _nextLine = now + kBetweenLines;
   }
 }
@@ -44,19 +57,18 @@ void PrintSummary(std::ostream& ioStream, const Catalogue& iCatalogue) {
     others.bytes += types[index].second.bytes;
   }
 
-  ioStream << '\n'
-           << "  " << std::left << std::setw(28) << "media type" << std::right << std::setw(10) << "files"
-           << std::setw(16) << "bytes" << '\n';
+  ioStream << '\n';
+  PrintRow(ioStream, Say(kMediaType), Say(kFiles), Say(kBytes));
   for (std::size_t index = 0; index < rowCount; ++index) {
     PrintRow(ioStream, types[index].first, types[index].second);
   }
   if (others.files > 0) {
-    PrintRow(ioStream, "others", others);
+    PrintRow(ioStream, Say(kOthers), others);
   }
-  PrintRow(ioStream, "all", iCatalogue.All());
+  PrintRow(ioStream, Say(kAll), iCatalogue.All());
   ioStream << '\n';
   if (iCatalogue.FailureCount() > 0) {
-    ioStream << "Not catalogued: " << iCatalogue.FailureCount() << " files; the catalogue lists them with the reason\n";
+    ioStream << Say(kFailures, {Number(iCatalogue.FailureCount())}) << '\n';
   }
 }
 

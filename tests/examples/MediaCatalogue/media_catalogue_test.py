@@ -12,6 +12,7 @@ import zipfile
 from check_catalogue import differences, facts_of
 
 PROGRAM = os.path.abspath(os.environ["MEDIA_CATALOGUE"])
+SOURCES = pathlib.Path(__file__).resolve().parents[3]
 NOBODY = 65534
 
 
@@ -73,10 +74,12 @@ class MediaCatalogueTest(unittest.TestCase):
 
     def test_missing_folder(self):
         self.write("file")
-        for folder, reason in (("gone", "No such file or directory"), ("media/file", "Not a directory")):
+        rows = [("gone", "There is no folder gone"),
+                ("media/file", "Cannot list the folder media/file: Not a directory")]
+        for folder, problem in rows:
             with self.subTest(folder=folder):
                 run = self.run_program(folder)
-                message = f"MediaCatalogue: cannot list the folder '{folder}': {reason}\n"
+                message = f"MediaCatalogue: {problem}\n"
                 self.assertEqual((run.returncode, run.stdout, run.stderr), (2, b"", message.encode()))
         self.assertEqual(os.listdir(self.root), ["media"])
 
@@ -236,6 +239,42 @@ class MediaCatalogueTest(unittest.TestCase):
         run = self.run_program("--out", "out", "media")
         self.assertEqual(run.returncode, 1)
         self.assertIn(b"catalogue.zip", run.stderr)
+
+    def test_summary_in_the_users_language(self):
+        self.write("file.txt")
+        english = ("  media type                       files           bytes\n", "Packed and read back equal: ")
+        french = ("  type de m\u00e9dia                 fichiers          octets\n",
+                  "Archiv\u00e9 et relu \u00e0 l'identique : ")
+        rows = [
+            ({"LANG": "fr_FR.UTF-8"}, french),
+            ({"LANG": "fr_CA"}, french),
+            ({"LANG": "C"}, english),
+            ({"LANG": "fr_FR.UTF-8", "LC_ALL": "en_GB.UTF-8"}, english),
+            ({"LANG": "de_DE.UTF-8"}, english),
+            ({}, english),
+        ]
+        for variables, lines in rows:
+            with self.subTest(variables=variables):
+                run = self.run_program("media", env={"KORInstallPath": os.fspath(SOURCES), **variables})
+                self.assert_catalogued(run)
+                for line in lines:
+                    self.assertIn(line, run.stdout.decode())
+        elsewhere = {"LANG": "fr_FR.UTF-8", "KORInstallPath": os.fspath(self.root)}
+        without_catalogs = self.run_program("media", env=elsewhere)
+        self.assert_catalogued(without_catalogs)
+        self.assertIn(english[0], without_catalogs.stdout.decode())
+        missing = self.run_program("gone", env={"LANG": "fr", "KORInstallPath": os.fspath(SOURCES)})
+        self.assertEqual((missing.returncode, missing.stderr), (2, b"MediaCatalogue: Il n'y a pas de dossier gone\n"))
+
+    def test_message_catalog_that_cannot_be_used(self):
+        self.write("file.txt")
+        folder = self.root / "resources/msgcatalog"
+        folder.mkdir(parents=True)
+        (folder / "MediaCatalogue.json").write_text("{")
+        run = self.run_program("media", env={"KORInstallPath": os.fspath(self.root)})
+        self.assert_catalogued(run)
+        self.assertIn(b"media type", run.stdout)
+        self.assertIn(b"Cannot use the message catalog '", run.stdout)
 
     def test_any_locale_and_closed_input(self):
         self.write("caf\u00e9.txt")
