@@ -9,6 +9,7 @@ namespace MediaCatalogue {
 struct Arguments {
   std::filesystem::path folder;              ///< the folder to catalogue
   std::filesystem::path out = "build/demo";  ///< where the results go
+  std::filesystem::path catalogue;           ///< the catalogue to verify; empty to make one
   bool wantsHelp = false;
 };
 

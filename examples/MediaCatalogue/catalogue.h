@@ -28,8 +28,10 @@ struct CataloguedFile {
  *     {"failures": {"<path>": "<reason>", ...},
  *      "files": {"<path>": {"crc32": ..., "lastWriteTime": ..., "mediaType": ..., "sha256": ..., "size": ...}, ...},
  *      "folder": "<path>",
- *      "totals": {"byMediaType": {"<type>": {"bytes": ..., "files": ...}, ...}, "bytes": ..., "failures": ..., "files":
- * ...}}
+ *      "totals": {"byMediaType": {"<type>": {"bytes": ..., "files": ...}, ...}, "bytes": ..., "failures": ...,
+ *                 "files": ...}}
+ *
+ * The program adds the member "media", the same files as transferred media (media_tree.h).
  *
  * Operations raise std::runtime_error where the tree finds no memory.
  */

@@ -40,7 +40,8 @@ bool ReadFacts(const KORUnicodeString& iPath, FileFacts& oFacts, KORUnicodeStrin
     return false;
   }
   const KORUnicodeString crc32 = Crc32Digits(KORSysCRC32(content.GetData(), content.GetSize()));
-  oFacts = {static_cast<std::int64_t>(content.GetSize()), lastWriteTime, crc32, digest, MediaTypeOf(iPath)};
+  const auto size = static_cast<std::int64_t>(content.GetSize());
+  oFacts = {size, lastWriteTime, crc32, digest, MediaTypeOf(iPath), size <= kInlineLimit ? content : QB::Binary()};
   return true;
 }
 

@@ -3,8 +3,12 @@
 #include <cstdint>
 
 #include "KORSysTS/KORUnicodeString.h"
+#include "Quillbase/Binary.h"
 
 namespace MediaCatalogue {
+
+/// Files of up to so many bytes are held in the catalogue themselves.
+inline constexpr std::int64_t kInlineLimit = 1024;
 
 /// What the catalogue tells about one file.
 struct FileFacts {
@@ -13,6 +17,7 @@ struct FileFacts {
   KORUnicodeString crc32;          ///< eight hexadecimal digits
   KORUnicodeString sha256;         ///< 64 hexadecimal digits
   KORUnicodeString mediaType;
+  QB::Binary content;  ///< of a file up to kInlineLimit, else empty
 };
 
 /// A path relative to the current folder, spelled so that the platform never takes its first component for anything but

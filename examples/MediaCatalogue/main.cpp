@@ -3,12 +3,13 @@
  *
  * arguments reads the command line, walk lists the files, file_facts reads one of them, catalogue builds the tree,
  * results writes and verifies it, archive packs the files and verifies them, summary prints, messages holds what
- * the user reads.
+ * the user reads. media_items are the files as media, media_tree transfers them, verify rebuilds and checks them.
  */
 
 #include <exception>
 #include <filesystem>
 #include <iostream>
+#include <stdexcept>
 #include <string>
 #include <system_error>
 #include <vector>
@@ -18,9 +19,11 @@
 #include "arguments.h"
 #include "catalogue.h"
 #include "file_facts.h"
+#include "media_tree.h"
 #include "messages.h"
 #include "results.h"
 #include "summary.h"
+#include "verify.h"
 #include "walk.h"
 
 namespace MediaCatalogue {
@@ -71,6 +74,17 @@ void Report(const char* iWhat, const std::vector<KORUnicodeString>& iLines) {
   }
 }
 
+// A folder whose name is no UTF-8 has no location, and its files are catalogued without media.
+VYXPropertyTree ToTree(const Catalogue& iCatalogue, const KORUnicodeString& iFolder) {
+  VYXPropertyTree tree = iCatalogue.ToTree(iFolder);
+  if (Readable(iFolder) != iFolder) {
+    Report("no media", {"the folder's name is no UTF-8"});
+  } else if (tree.SetPropertyTree("media", TransferMedia(iCatalogue.Files(), iFolder.ConvertToChar())) < 0) {
+    throw std::runtime_error("The media could not be added; the trace above tells why");
+  }
+  return tree;
+}
+
 // False where the archive is not what was catalogued.
 bool Archive(const Catalogue& iCatalogue, const std::filesystem::path& iOut) {
   const KORUnicodeString path((iOut / kArchiveName).string().c_str());
@@ -104,7 +118,7 @@ int Run(const Arguments& iArguments) {
   PrintSummary(std::cout, catalogue);
 
   const KORUnicodeString path((out / kCatalogueName).string().c_str());
-  const std::size_t size = WriteAndVerify(catalogue.ToTree(folder), path);
+  const std::size_t size = WriteAndVerify(ToTree(catalogue, folder), path);
   std::cout << Say(kWritten, {Readable(path), Number(static_cast<std::int64_t>(size))}) << std::endl;
   return Archive(catalogue, out) ? kDone : kFailed;
 }
@@ -121,7 +135,14 @@ int Main(int iCount, const char* const* iValues) {
       std::cout << kHelp;
       return kDone;
     }
+    if (!arguments.catalogue.empty()) {
+      return VerifyCatalogue(arguments.catalogue) == 0 ? kDone : kFailed;
+    }
     return Run(arguments);
+  } catch (const UnusableCatalogue& error) {
+    std::cout << std::flush;
+    std::cerr << "MediaCatalogue: " << error.what() << '\n';
+    return kMisused;
   } catch (const std::exception& error) {
     std::cout << std::flush;
     std::cerr << "MediaCatalogue: " << error.what() << '\n';

@@ -1,57 +1,19 @@
 #!/usr/bin/env python3
-"""Runs MediaCatalogue as a process of its own. The environment variable MEDIA_CATALOGUE names the program."""
+"""Runs MediaCatalogue over folders of many kinds."""
 
-import json
 import os
-import pathlib
-import subprocess
-import tempfile
 import unittest
-import zipfile
 
-from check_catalogue import differences, facts_of
-
-PROGRAM = os.path.abspath(os.environ["MEDIA_CATALOGUE"])
-SOURCES = pathlib.Path(__file__).resolve().parents[3]
-NOBODY = 65534
+from check_catalogue import facts_of
+from program_case import NOBODY, SOURCES, ProgramCase
 
 
-class MediaCatalogueTest(unittest.TestCase):
-    def setUp(self):
-        folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.root = pathlib.Path(folder.name).resolve()
-        self.media = self.root / "media"
-        self.media.mkdir()
-
-    def write(self, name, content=b"content"):
-        path = self.media / name
-        path.parent.mkdir(parents=True, exist_ok=True)
-        path.write_bytes(content)
-        return path
-
-    def run_program(self, *arguments, **options):
-        return subprocess.run([PROGRAM, *map(os.fspath, arguments)], cwd=self.root, stdin=subprocess.DEVNULL,
-                              capture_output=True, timeout=120, check=False, **options)
-
-    def catalogue(self, out="build/demo"):
-        return json.loads((self.root / out / "catalogue.json").read_text("utf-8"))
-
-    def packed(self, out="build/demo"):
-        """Name, with the library's separators, and content of every entry of the archive."""
-        with zipfile.ZipFile(self.root / out / "catalogue.zip") as archive:
-            return {name.replace("/", "\\"): archive.read(name) for name in archive.namelist()}
-
-    def assert_catalogued(self, run, out="build/demo"):
-        self.assertEqual((run.returncode, run.stderr), (0, b""), run)
-        self.assertEqual(self.packed(out), {path: (self.media / path.replace("\\", "/")).read_bytes()
-                                            for path in self.catalogue(out)["files"]})
-        self.assertEqual(list(differences(self.catalogue(out), self.media, self.root / out)), [])
-
+class MediaCatalogueTest(ProgramCase):
     def test_help(self):
         run = self.run_program("--help")
         self.assertEqual((run.returncode, run.stderr), (0, b""))
         self.assertTrue(run.stdout.startswith(b"Usage: MediaCatalogue [--out FOLDER] FOLDER\n"))
+        self.assertIn(b"MediaCatalogue --verify FILE\n", run.stdout)
 
     def test_misuse(self):
         self.write("file")
@@ -64,6 +26,8 @@ class MediaCatalogueTest(unittest.TestCase):
             (("-h",), "unknown option '-h'"),
             (("media", "--out"), "--out needs a folder"),
             (("media", "--out", ""), "--out needs a folder"),
+            (("--verify",), "--verify needs a file"),
+            (("--verify", "catalogue.json", "media"), "--verify takes no FOLDER"),
         ]
         for arguments, problem in rows:
             with self.subTest(arguments=arguments):
