@@ -12,6 +12,14 @@ void TraceLine(const char* iKind, const SourceSite& iSite) {
 
 }  // namespace
 
+void LogOutOfMemory(VYXInfLogLevel iLevel) noexcept {
+  try {
+    VYXInfLog::GetDefaultLogger()->Log(iLevel, "(no memory for this line)");
+  } catch (const std::exception&) {
+    // Not even a logger can be had: the line is lost, the operation goes on to answer its failure.
+  }
+}
+
 long LogPendingError(long iCode) {
   if (iCode >= 0) {
     return iCode;

@@ -4,6 +4,7 @@
 #include <concepts>
 #include <exception>
 #include <memory>
+#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -67,11 +68,19 @@ void LogComposed(std::shared_ptr<VYXInfLog> iLogger, VYXInfLogLevel iLevel, cons
   iLogger->Log(iLevel, line.c_str());
 }
 
-/// LogComposed through the default logger, unless the level is filtered.
+/// Writes what is left of a line that there is no memory for.
+void LogOutOfMemory(VYXInfLogLevel iLevel) noexcept;
+
+/// LogComposed through the default logger, unless the level is filtered. Never fails: where memory runs out, the line
+/// says only that.
 template <class... Pieces>
 void LogUnlessFiltered(VYXInfLogLevel iLevel, const Pieces&... iPieces) {
-  if (!IsFiltered(iLevel)) {
-    LogComposed(VYXInfLog::GetDefaultLogger(), iLevel, iPieces...);
+  try {
+    if (!IsFiltered(iLevel)) {
+      LogComposed(VYXInfLog::GetDefaultLogger(), iLevel, iPieces...);
+    }
+  } catch (const std::bad_alloc&) {
+    LogOutOfMemory(iLevel);
   }
 }
 
@@ -119,7 +128,7 @@ Result CatchAtBoundary(const SourceSite& iSite, Result iFailure, Operation&& iOp
     return std::forward<Operation>(iOperation)();
   } catch (const std::exception& exception) {
     LogPendingError(E_FAIL);
-    return FailureReturn(iSite, iFailure, exception.what());
+    return FailureReturn(iSite, std::move(iFailure), exception.what());
   }
 }
 

@@ -52,12 +52,15 @@ void SetZone(const char* iZone, CalendarTime& oCalendar) noexcept {
 
 // The run-time's calendar has a lock of its own, which a forked child would find taken when another thread was inside;
 // this one is free in the child.
-std::mutex& CalendarLock() {
-  static std::mutex* const lock = [] {
-    RegisterForkHooks([] { CalendarLock().lock(); }, [] { CalendarLock().unlock(); });
-    return new std::mutex;
+constinit std::mutex gCalendarLock;
+
+std::mutex& CalendarLock() noexcept {
+  static const bool isRegistered = [] {
+    RegisterForkHooks([] { gCalendarLock.lock(); }, [] { gCalendarLock.unlock(); });
+    return true;
   }();
-  return *lock;
+  static_cast<void>(isRegistered);
+  return gCalendarLock;
 }
 
 }  // namespace
