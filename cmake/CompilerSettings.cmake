@@ -13,6 +13,11 @@ if(VYX_WARNINGS_AS_ERRORS)
   target_compile_options(vyx_settings INTERFACE -Werror)
 endif()
 
+if(VYX_SANITIZE AND CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # The code that the sanitizers put in hides from this warning what is initialised.
+  target_compile_options(vyx_settings INTERFACE -Wno-maybe-uninitialized)
+endif()
+
 # What the library's own layers are compiled with on top of it.
 add_library(vyx_layer_settings INTERFACE)
 target_link_libraries(vyx_layer_settings INTERFACE vyx_settings)
