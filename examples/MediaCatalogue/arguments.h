@@ -3,6 +3,8 @@
 #include <filesystem>
 #include <string>
 
+#include "VYXInfLog.h"
+
 namespace MediaCatalogue {
 
 /// What a user asked for on the command line.
@@ -10,6 +12,8 @@ struct Arguments {
   std::filesystem::path folder;              ///< the folder to catalogue
   std::filesystem::path out = "build/demo";  ///< where the results go
   std::filesystem::path catalogue;           ///< the catalogue to verify; empty to make one
+  std::filesystem::path log;                 ///< the log file; empty for that of this run
+  VYXInfLogLevel logLevel = INFO;            ///< of the log file
   bool wantsHelp = false;
 };
 

@@ -16,7 +16,8 @@ inline constexpr const char* kArchiveName = "catalogue.zip";
  *
  * @param iOut the results' folder, as an absolute path without links; what it holds is left out. Where it is the
  * current folder itself, only the results are.
+ * @param iLogFile an absolute path that is left out; may be empty.
  */
-std::vector<KORUnicodeString> ListFiles(const std::filesystem::path& iOut);
+std::vector<KORUnicodeString> ListFiles(const std::filesystem::path& iOut, const std::filesystem::path& iLogFile);
 
 }  // namespace MediaCatalogue

@@ -12,8 +12,8 @@ class MediaCatalogueTest(ProgramCase):
     def test_help(self):
         run = self.run_program("--help")
         self.assertEqual((run.returncode, run.stderr), (0, b""))
-        self.assertTrue(run.stdout.startswith(b"Usage: MediaCatalogue [--out FOLDER] FOLDER\n"))
-        self.assertIn(b"MediaCatalogue --verify FILE\n", run.stdout)
+        self.assertTrue(run.stdout.startswith(b"Usage: MediaCatalogue [--out FOLDER] [--log FILE] "))
+        self.assertIn(b"MediaCatalogue --verify FILE ", run.stdout)
 
     def test_misuse(self):
         self.write("file")
@@ -26,6 +26,9 @@ class MediaCatalogueTest(ProgramCase):
             (("-h",), "unknown option '-h'"),
             (("media", "--out"), "--out needs a folder"),
             (("media", "--out", ""), "--out needs a folder"),
+            (("media", "--log"), "--log needs a file"),
+            (("media", "--log-level"), "--log-level needs a level"),
+            (("media", "--log-level", "LOUD"), "'LOUD' is no level"),
             (("--verify",), "--verify needs a file"),
             (("--verify", "catalogue.json", "media"), "--verify takes no FOLDER"),
         ]
@@ -155,7 +158,7 @@ class MediaCatalogueTest(ProgramCase):
         other_user = {"user": NOBODY, "group": NOBODY, "extra_groups": []} if os.geteuid() == 0 else {}
         run = self.run_program("media", **other_user)
         self.assertEqual(run.returncode, 0, run)
-        self.assertIn(b"ERROR; ", run.stdout)
+        self.assertIn(b"[VYX][ERROR] ", run.stdout)
         self.assertIn(b"Error opening the file:     .\\private.txt", run.stdout)
         reason = self.catalogue()["failures"]["private.txt"]
         self.assertTrue(reason.endswith("private.txt' for reading: Permission denied"), reason)

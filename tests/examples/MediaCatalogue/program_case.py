@@ -32,9 +32,12 @@ class ProgramCase(unittest.TestCase):
         path.write_bytes(content)
         return path
 
-    def run_program(self, *arguments, **options):
+    def run_program(self, *arguments, env=None, **options):
+        if env is None:
+            env = {name: value for name, value in os.environ.items()
+                   if name != "KORInstallPath" and not name.startswith("VYX_")}
         return subprocess.run([PROGRAM, *map(os.fspath, arguments)], cwd=self.root, stdin=subprocess.DEVNULL,
-                              capture_output=True, timeout=120, check=False, **options)
+                              capture_output=True, timeout=120, check=False, env=env, **options)
 
     def catalogue(self, out="build/demo"):
         return json.loads((self.root / out / "catalogue.json").read_text("utf-8"))
