@@ -1,8 +1,10 @@
 #include <gtest/gtest.h>
+#include <pthread.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <csignal>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -136,8 +138,7 @@ TEST(Concurrency, EightProcessesIntoOneFile) {
 TEST(Concurrency, NoLineVanishesWhileLoggingIsConfiguredAndClosed) {
   const VYX::Test::TemporaryFolder folder;
   const std::string settings = FileSettings(folder);
-  constexpr int kThreads = 4;
-  constexpr int kLinesEach = kLines / 10;
+  constexpr int kThreads = 16;
   const auto child = VYX::Test::RunInChild([&settings] {
     std::atomic<bool> stop{false};
     std::thread cycles([&] {
@@ -147,7 +148,7 @@ TEST(Concurrency, NoLineVanishesWhileLoggingIsConfiguredAndClosed) {
       }
       stop = true;
     });
-    RunThreads(kThreads, kLinesEach);
+    RunThreads(kThreads, kLines);
     cycles.join();
     VYXInfLog::Close();
   });
@@ -163,15 +164,45 @@ TEST(Concurrency, NoLineVanishesWhileLoggingIsConfiguredAndClosed) {
       const std::size_t inFile = line.find("[ERROR] ");
       const std::size_t onConsole = line.find("; ERROR; ");
       if (inFile != std::string_view::npos) {
-        ++seen.at(static_cast<std::size_t>(line[inFile + 8] - '0'));
+        ++seen.at(std::stoul(std::string(line.substr(inFile + 8, 3))));
       } else if (onConsole != std::string_view::npos) {
         const std::size_t text = line.find("; ", line.find("; ", onConsole + 9) + 2) + 2;
-        ++seen.at(static_cast<std::size_t>(line[text] - '0'));
+        ++seen.at(std::stoul(std::string(line.substr(text, 3))));
       }
       start = end + 1;
     }
   }
-  EXPECT_EQ(seen, std::vector<int>(kThreads, kLinesEach));
+  EXPECT_EQ(seen, std::vector<int>(kThreads, kLines));
+}
+
+void IgnoreSignal(int) {}
+
+// Signals whose handler interrupts system calls, without a pause.
+TEST(Concurrency, ASignalStormTearsNoLine) {
+  const VYX::Test::TemporaryFolder folder;
+  const std::string settings = FileSettings(folder);
+  constexpr int kStormLines = kLines / 5;
+  const auto child = VYX::Test::RunInChild([&settings] {
+    struct sigaction action {};
+    action.sa_handler = &IgnoreSignal;
+    ::sigaction(SIGUSR1, &action, nullptr);
+    VYXInfLog::InitFromFile(settings.c_str());
+    std::atomic<bool> stop{false};
+    const pthread_t writer = ::pthread_self();
+    std::thread storm([&stop, writer] {
+      while (!stop.load()) {
+        ::pthread_kill(writer, SIGUSR1);
+      }
+    });
+    WriteNumbered(0, kStormLines);
+    stop = true;
+    storm.join();
+    VYXInfLog::Close();
+  });
+  ASSERT_TRUE(child.IsGood());
+  LineCheck check(1);
+  check.Take(VYX::Test::ContentOf(folder.Native("a.log")));
+  check.ExpectAll(kStormLines);
 }
 
 }  // namespace

@@ -365,6 +365,12 @@ TEST_F(Init, ABrokenPipeHarmsNothing) {
   });
 }
 
+TEST_F(Init, LoggingBeforeMainAndWhileStaticObjectsDieIsSafe) {
+  const ChildResult child = Run([] { ::execl(VYX_BEFORE_MAIN_PROGRAM, VYX_BEFORE_MAIN_PROGRAM, nullptr); });
+  EXPECT_THAT(Lines(child.output), ElementsAre("[INFO] global", "[INFO] local", "[INFO] Redirecting logging.",
+                                               "[INFO] after close", "[INFO] local", "[INFO] global"));
+}
+
 TEST_F(Init, TheExampleOfTheSettingsFileWorks) {
   const ChildResult child = Run([this] {
     if (::chdir(_folder.Native().c_str()) != 0) {
