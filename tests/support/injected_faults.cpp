@@ -89,7 +89,9 @@ InjectedFaults::InjectedFaults(int iFirst, int iError, bool iIsOnce) {
   using C = SystemCalls;
   ReplaceAll<&C::Open, &C::OpenAt, &C::Read, &C::MoveDescriptor, &C::MakeBlocking, &C::StatFile, &C::StatPath,
              &C::StatAt, &C::Access, &C::Sync, &C::ChangeMode, &C::ChangeOwner, &C::Rename, &C::RenameNew, &C::UnlinkAt,
-             &C::MakeFolder, &C::RealPath, &C::CurrentFolder, &C::OpenFolder, &C::AdoptFolder, &C::ReadFolder>();
+             &C::MakeFolder, &C::RealPath, &C::CurrentFolder, &C::OpenFolder, &C::AdoptFolder, &C::ReadFolder,
+             &C::ReadLink, &C::Random, &C::Spawn, &C::WaitId, &C::OpenProcess, &C::SignalProcess, &C::Poll,
+             &C::GetNiceness, &C::SetNiceness>();
   ReplaceClosing<&C::Close, &C::CloseFolder>();
   Calls().Write = &WriteUnlessConsole;
 }

@@ -1,6 +1,7 @@
 #include "platform/os/environment.h"
 
 #include <stdlib.h>
+#include <unistd.h>
 
 #if !defined(__linux__)
 #error "this source is for Linux"
@@ -14,6 +15,14 @@ const char* EnvironmentValue(const char* iName) noexcept {
 
 const char* TrustedEnvironmentValue(const char* iName) noexcept {
   return iName == nullptr ? nullptr : secure_getenv(iName);
+}
+
+std::vector<std::string> EnvironmentEntries() {
+  std::vector<std::string> entries;
+  for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+    entries.emplace_back(*entry);
+  }
+  return entries;
 }
 
 }  // namespace VYX::Os

@@ -7,6 +7,9 @@
 #include <fcntl.h>
 #include <stdio.h>
 #include <stdlib.h>
+#include <sys/random.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 namespace VYX::Os::Posix {
@@ -45,6 +48,33 @@ int RenameUnlessTaken(const char* iFrom, const char* iTo) {
   return unlink(iFrom);
 }
 
+// The one call that answers its error instead of leaving it.
+int SpawnWithErrno(pid_t* oChild, const char* iPath, const posix_spawn_file_actions_t* iActions,
+                   const posix_spawnattr_t* iAttributes, char* const iArguments[], char* const iEnvironment[]) {
+  errno = posix_spawn(oChild, iPath, iActions, iAttributes, iArguments, iEnvironment);
+  return errno == 0 ? 0 : -1;
+}
+
+int OpenProcessDescriptor(pid_t iProcess) {
+  return static_cast<int>(syscall(SYS_pidfd_open, iProcess, 0));
+}
+
+int SignalThroughDescriptor(int iProcess, int iSignal) {
+  return static_cast<int>(syscall(SYS_pidfd_send_signal, iProcess, iSignal, nullptr, 0));
+}
+
+int GetNicenessOf(id_t iThread) {
+  return getpriority(PRIO_PROCESS, iThread);
+}
+
+int SetNicenessOf(id_t iThread, int iNiceness) {
+  return setpriority(PRIO_PROCESS, iThread, iNiceness);
+}
+
+ssize_t RandomBytes(void* oBuffer, std::size_t iSize) {
+  return getrandom(oBuffer, iSize, 0);
+}
+
 }  // namespace
 
 constinit SystemCalls gSystemCalls = {
@@ -77,6 +107,15 @@ constinit SystemCalls gSystemCalls = {
     .AdoptFolder = fdopendir,
     .ReadFolder = readdir,
     .CloseFolder = closedir,
+    .ReadLink = readlink,
+    .Random = RandomBytes,
+    .Spawn = SpawnWithErrno,
+    .WaitId = waitid,
+    .OpenProcess = OpenProcessDescriptor,
+    .SignalProcess = SignalThroughDescriptor,
+    .Poll = poll,
+    .GetNiceness = GetNicenessOf,
+    .SetNiceness = SetNicenessOf,
     .ClockGetTime = clock_gettime,
 };
 

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <dirent.h>
+#include <poll.h>
 #include <signal.h>
+#include <spawn.h>
 #include <sys/stat.h>
 #include <sys/types.h>
+#include <sys/wait.h>
 #include <time.h>
 
 #include <cerrno>
@@ -43,6 +46,16 @@ struct SystemCalls {
   DIR* (*AdoptFolder)(int iFile);
   dirent* (*ReadFolder)(DIR* iFolder);
   int (*CloseFolder)(DIR* iFolder);
+  ssize_t (*ReadLink)(const char* iPath, char* oTarget, std::size_t iSize);
+  ssize_t (*Random)(void* oBuffer, std::size_t iSize);
+  int (*Spawn)(pid_t* oChild, const char* iPath, const posix_spawn_file_actions_t* iActions,
+               const posix_spawnattr_t* iAttributes, char* const iArguments[], char* const iEnvironment[]);
+  int (*WaitId)(idtype_t iKind, id_t iId, siginfo_t* oInfo, int iOptions);
+  int (*OpenProcess)(pid_t iProcess);
+  int (*SignalProcess)(int iProcess, int iSignal);
+  int (*Poll)(pollfd* ioRequests, nfds_t iCount, int iTimeout);
+  int (*GetNiceness)(id_t iThread);
+  int (*SetNiceness)(id_t iThread, int iNiceness);
   int (*ClockGetTime)(clockid_t iClock, timespec* oTime);
 };
 

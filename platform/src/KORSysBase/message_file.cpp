@@ -6,7 +6,7 @@
 
 #include "KORSysBase/KORPath.h"
 #include "platform/adapters/json_reader.h"
-#include "platform/os/files.h"
+#include "small_text_file.h"
 
 namespace VYX::Platform {
 
@@ -17,41 +17,8 @@ using Adapters::JsonFailure;
 using Adapters::JsonKind;
 using Adapters::JsonWalk;
 
-constexpr std::uint64_t kMaxFileSize = 16U << 20;
-
 // Names come from callers: what is remembered about them, absence included, is forgotten when it grows beyond this.
 constexpr std::size_t kMaxRemembered = 1024;
-
-// Answers what is wrong, and nothing for success.
-std::string ReadOpenFile(Os::FileDescriptor iFile, std::string& oText) {
-  Os::FileInfo info;
-  if (const Os::Status status = Os::DescribeFile(iFile, info); !status.IsOk()) {
-    return status.Describe();
-  }
-  if (!info.IsRegular()) {
-    return "it is no regular file";
-  }
-  if (info.size > kMaxFileSize) {
-    return "it has more than 16 MiB";
-  }
-  oText.resize(static_cast<std::size_t>(info.size));
-  std::size_t count = 0;
-  if (const Os::Status status = Os::ReadFully(iFile, oText.data(), oText.size(), count); !status.IsOk()) {
-    return status.Describe();
-  }
-  oText.resize(count);
-  return {};
-}
-
-std::string ReadText(const std::string& iPath, std::string& oText) {
-  Os::FileDescriptor file = 0;
-  if (const Os::Status status = Os::OpenFile(iPath, Os::OpenMode::Read, file); !status.IsOk()) {
-    return status.Describe();
-  }
-  std::string problem = ReadOpenFile(file, oText);
-  static_cast<void>(Os::CloseFile(file));
-  return problem;
-}
 
 std::string ParseTexts(std::string_view iText, MessageFile& ioFile) {
   JsonDocument document;
@@ -97,7 +64,7 @@ std::shared_ptr<const MessageFile> LoadMessageFile(const std::string& iName, con
 MessageFile ReadMessageFile(const std::string& iPath) {
   MessageFile file;
   std::string text;
-  std::string cause = ReadText(iPath, text);
+  std::string cause = ReadSmallTextFile(iPath, text);
   if (cause.empty()) {
     cause = ParseTexts(text, file);
   }

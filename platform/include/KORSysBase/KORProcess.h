@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+
+#include "VYXExport.h"
+
+/// The status of a platform function that starts something; 0 is success, anything else a failure.
+enum KORLibStatus : std::int32_t {
+  KORLibNotStarted = -1,  ///< nothing was started
+  KORLibSuccess = 0,
+  KORLibEndUnknown = 1  ///< it was started and has ended, but how is not known
+};
+
+/**
+ * Starts a program as a child process.
+ *
+ * The child gets the arguments byte for byte, the environment, the current folder and the standard streams, and no
+ * other descriptor. What the calling program printed through the C library is written out before. No shell is involved.
+ * A child that is not waited for is never left behind as a dead entry of the host's process list: later calls hear of
+ * its end. Until one of them does its number stays its own. May be called from any thread.
+ *
+ * @param iExecutable the program's path in either spelling; a bare name is searched in the folders of PATH that are
+ * absolute, never in the current folder.
+ * @param iArguments the arguments with the program's name as the first and null behind the last.
+ * @param iWait true to return after the child has ended.
+ * @param oPid receives the child's process id; may be null.
+ * @param oExitCode receives, when waiting, the exit code, or on POSIX hosts the signal that ended the child as a
+ * negative number (-9); may be null.
+ * @return KORLibSuccess; KORLibNotStarted for a program that cannot be run, with every output untouched;
+ * KORLibEndUnknown, with oPid written, where the calling program ignores the end of its children or hears of it by
+ * other means. Failures leave a pending error.
+ */
+VYX_EXPORT KORLibStatus KORStartProcess(const char* iExecutable, char** iArguments, bool iWait, int* oPid,
+                                        int* oExitCode);

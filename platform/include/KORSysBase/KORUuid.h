@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "VYXExport.h"
+
+/**
+ * A universally unique identifier (RFC 4122, version 4): 122 bits from the host's source of random numbers. A value; it
+ * may be made and read by any thread.
+ */
+class VYX_EXPORT KORUuid {
+ public:
+  /// Number of characters of the text form.
+  static constexpr std::size_t kTextLength = 36;
+
+  /// A new identifier. Where the host has no random numbers it is the nil one, and a pending error tells why.
+  KORUuid() noexcept;
+
+  /// True for the nil identifier, all of whose bits are 0.
+  bool IsNil() const noexcept;
+
+  /**
+   * Writes the text form, "xxxxxxxx-xxxx-4xxx-yxxx-xxxxxxxxxxxx" in lower-case hexadecimal digits, and a zero behind
+   * it.
+   *
+   * @param oText room for kTextLength + 1 characters; null does nothing.
+   * @param iForm reserved; every value gives the same form.
+   */
+  void UUID_to_chaine(char* oText, unsigned int iForm) const noexcept;
+
+  bool operator==(const KORUuid& iOther) const noexcept = default;
+
+ private:
+  std::uint8_t _bytes[16] = {};
+};
