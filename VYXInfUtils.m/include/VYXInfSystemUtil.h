@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "KORSysBase/KORListValKORUnicodeString.h"
+#include "KORSysBase/KORProcess.h"
 #include "KORSysTS/KORUnicodeString.h"
 #include "Quillbase/Binary.h"
 #include "VYXExport.h"
@@ -254,4 +255,103 @@ class VYX_EXPORT VYXInfSystemUtil {
 
   /// The platform's id of the calling thread.
   static unsigned int GetCurrentThreadId();
+
+  // Processes and threads. Every failure writes a failure trace.
+
+  /// A process.
+  struct ProcessInfo {
+    std::int32_t id = 0;
+    KORUnicodeString name;  ///< the program's file name without folder: "app.exe"
+  };
+
+  /// How urgent a process is to the host. POSIX hosts take it as a niceness of -10, -5, 0, 10 and 19.
+  enum class ProcessPriority : std::int32_t { High = 0, AboveNormal = 1, Normal = 2, BelowNormal = 3, Idle = 4 };
+
+  /**
+   * Starts a program as a child process; KORStartProcess tells how. Told at DEBUG.
+   *
+   * @param iExecutable the program's path; also what the program gets as the first of its arguments.
+   * @param iArguments the arguments behind that, handed over byte for byte.
+   * @param iWait true to return after the child has ended.
+   * @param oPid receives the process id.
+   * @param oExitCode receives, when waiting, the exit code, or on POSIX hosts the signal that ended the child as a
+   * negative number.
+   * @return KORLibSuccess, or the platform's status with its message and a failure trace. KORLibNotStarted is also the
+   * answer for a text with a zero byte, which no program could be handed.
+   */
+  static KORLibStatus StartProcess(const KORUnicodeString& iExecutable, const KORListValKORUnicodeString& iArguments,
+                                   bool iWait, int* oPid, int* oExitCode);
+
+  /// The parent of a running process. S_OK, or E_FAIL where one of the two is gone, there is no parent, or the calling
+  /// process may not look into the parent. Told at TRACE.
+  static long GetParentProcess(int iPid, ProcessInfo& oParent);
+
+  /**
+   * Appends the running children of a process, in the host's order, to those that oChildren holds. Told at TRACE.
+   *
+   * @param iNamePattern of the program's file name: "*" matches any run of characters, a backslash makes the next one
+   * literal.
+   * @return S_OK, also where there are none; E_FAIL where the host's processes cannot be listed.
+   */
+  static long GetSubProcesses(std::vector<ProcessInfo>& oChildren, int iParentPid,
+                              const KORUnicodeString& iNamePattern);
+
+  /// Ends a process at once, the calling one too; its exit code is 1, on POSIX hosts the signal SIGKILL. S_OK, or
+  /// E_FAIL where it has ended already, may not be ended, or has a number below 2.
+  static long KillProcess(int iPid);
+
+  /**
+   * Has a process ended by the helper program VYXInfParentProcessKiller.exe, which stands in the folder of the running
+   * program and outlives it, so that a process can have itself or its parent ended. Does not wait for it.
+   *
+   * @return S_OK once the helper was started; E_FAIL where it could not be.
+   */
+  static long KillProcessFromChild(int iPid);
+
+  /// Makes the calling process more or less urgent. S_OK; E_INVALIDARG for a value that is none of the enumeration;
+  /// E_FAIL, with a detail line, for what the process is not allowed (on POSIX hosts, becoming more urgent again).
+  static long SetCurrentProcessPriority(ProcessPriority iPriority);
+
+  /// True in the thread that runs main. Where the platform cannot tell, false with a line at WARN.
+  static bool IsInMainThread();
+
+  // The machine and the surroundings of the process.
+
+  /// The memory of the process that is in use, in bytes; 0 where the host cannot tell.
+  static std::int64_t GetCurrentMemoryUsage();
+
+  /// The most memory that the process ever had in use, in bytes; 0 where the host cannot tell.
+  static std::int64_t GetPeakMemoryUsage();
+
+  /// The machine's memory in bytes.
+  static std::uint64_t GetPhysicalMemory();
+
+  /// The number of threads that the machine runs at once; never 0.
+  static std::uint64_t GetCPUCount();
+
+  /// Counts per second of the performance counter, which is not the processor's clock rate.
+  static std::uint64_t GetCpuSpeed();
+
+  /// A new UUID in the 36 characters of KORUuid. Empty, with a failure trace, where the host has no random numbers.
+  static KORUnicodeString GetUUIDString();
+
+  /// The entries of the environment, "NAME=value", in their order; with a filter those that it accepts. No other thread
+  /// may change the environment meanwhile.
+  static std::vector<KORUnicodeString> EnumEnvVars(std::function<bool(const KORUnicodeString&)> iFilter);
+
+  /// The list of installation folders in the environment variable KORInstallPath; empty where it is not set.
+  static KORUnicodeString GetInstallPaths();
+
+  /// The folder, not the full path, of the running program. S_OK; or E_FAIL with a failure trace.
+  static long GetExecutablePath(KORUnicodeString& oFolder);
+
+  /// Always "Windows".
+  static KORUnicodeString GetPlatform();
+
+  /// True where the process runs as a cloud client (KORSysTS/QRMSysTenant.h tells when).
+  static bool IsCloudClient();
+
+  /// The address of the data-preparation authoring service of the current tenant, empty where it has none. S_OK; or
+  /// E_FAIL, silently, where there is no current tenant, and then oUrl is untouched.
+  static long GetDweldAuthoringUrl(KORUnicodeString& oUrl);
 };
