@@ -18,3 +18,11 @@ function(vyx_add_test iName)
   gtest_discover_tests(${iName} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
     PROPERTIES LABELS "${labels}" TIMEOUT 300)
 endfunction()
+
+# vyx_use_programs(NAME): the test starts programs. It stands beside them, and knows the path of the test's own child
+# program by a macro.
+function(vyx_use_programs iName)
+  add_dependencies(${iName} test_child VYXInfParentProcessKiller)
+  set_target_properties(${iName} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${VYX_PROGRAM_FOLDER}")
+  target_compile_definitions(${iName} PRIVATE VYX_TEST_CHILD="$<TARGET_FILE:test_child>")
+endfunction()
