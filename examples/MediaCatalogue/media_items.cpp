@@ -12,7 +12,6 @@ namespace {
 
 using VYX::Inf::ITransferable;
 using VYX::Inf::LoadableContent;
-using VYX::Inf::MediaBase;
 using VYX::Inf::MediaContainer;
 using VYX::Inf::TransferableFactory;
 
