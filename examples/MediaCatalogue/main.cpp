@@ -1,7 +1,8 @@
 /**
  * MediaCatalogue: catalogues a folder's files as JSON, with nothing but the exported headers of the library.
  *
- * arguments reads the command line, run goes through the steps, run_log is their log.
+ * arguments reads the command line, run goes through the steps, run_log is their log, performance measures
+ * them.
  *
  * walk lists the files, file_facts reads one of them, catalogue collects them as a tree, results writes and verifies
  * that, archive packs the files and verifies them, summary prints, messages holds what the user reads. media_items are

@@ -34,6 +34,7 @@ inline constexpr Message kNoPlace{"NoPlace", "{0}: the location names no file"};
 inline constexpr Message kCopyDiffers{"CopyDiffers", "{0}: the copy in the catalogue is not what was catalogued"};
 inline constexpr Message kUnchanged{"Unchanged", "All as catalogued: {0} files"};
 inline constexpr Message kDifferences{"Differences", "Not as catalogued: {0} of {1} files"};
+inline constexpr Message kMeasured{"Measured", "Measured: {0} ({1} files per second)"};
 inline constexpr Message kLogIn{"LogIn", "The log is in {0}"};
 
 /// The message in the user's language, the parameters in the places of "{0}", "{1}" and so on.

@@ -17,14 +17,18 @@ namespace {
 
 }  // namespace
 
+void WriteText(const KORUnicodeString& iText, const KORUnicodeString& iPath) {
+  if (VYXInfSystemUtil::SaveToFile(iPath, iText, VYXInfSystemUtil::OVERWRITE | VYXInfSystemUtil::ATOMIC) < 0) {
+    Fail("Cannot write", iPath);
+  }
+}
+
 std::size_t WriteAndVerify(const VYXPropertyTree& iTree, const KORUnicodeString& iPath) {
   KORUnicodeString text;
   if (iTree.Stringify(text) < 0) {
     Fail("Cannot turn the catalogue into text for", iPath);
   }
-  if (VYXInfSystemUtil::SaveToFile(iPath, text, VYXInfSystemUtil::OVERWRITE | VYXInfSystemUtil::ATOMIC) < 0) {
-    Fail("Cannot write", iPath);
-  }
+  WriteText(text, iPath);
   KORUnicodeString readBack;
   if (VYXInfSystemUtil::ReadFile(iPath, readBack) < 0) {
     Fail("Cannot read back", iPath);

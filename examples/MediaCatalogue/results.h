@@ -5,6 +5,9 @@
 
 namespace MediaCatalogue {
 
+/// Writes a text, replacing an earlier file as a whole. Throws std::runtime_error with the reason when it cannot.
+void WriteText(const KORUnicodeString& iText, const KORUnicodeString& iPath);
+
 /**
  * Writes the catalogue as JSON, replacing an earlier one as a whole, reads it back and compares.
  *

@@ -7,12 +7,12 @@
 #include <system_error>
 #include <vector>
 
-#include "VYXInfProfile.h"
 #include "archive.h"
 #include "catalogue.h"
 #include "file_facts.h"
 #include "media_tree.h"
 #include "messages.h"
+#include "performance.h"
 #include "results.h"
 #include "run_log.h"
 #include "summary.h"
@@ -40,13 +40,14 @@ std::filesystem::path MakeOut(const std::filesystem::path& iOut) {
   return std::filesystem::canonical(iOut);
 }
 
-std::vector<KORUnicodeString> List(const std::filesystem::path& iOut, const std::filesystem::path& iLogFile) {
-  const VYXInfProfileTrigger step("ListFiles", true, INFO);
+std::vector<KORUnicodeString> List(Performance& ioPerformance, const std::filesystem::path& iOut,
+                                   const std::filesystem::path& iLogFile) {
+  const Performance::Step step(ioPerformance, "ListFiles");
   return ListFiles(iOut, iLogFile);
 }
 
-void Fill(Catalogue& ioCatalogue, const std::vector<KORUnicodeString>& iFiles) {
-  const VYXInfProfileTrigger step("ReadFiles", true, INFO);
+void Fill(Performance& ioPerformance, Catalogue& ioCatalogue, const std::vector<KORUnicodeString>& iFiles) {
+  const Performance::Step step(ioPerformance, "ReadFiles");
   Progress progress(std::cout, iFiles.size());
   for (const KORUnicodeString& path : iFiles) {
     FileFacts facts;
@@ -82,16 +83,17 @@ VYXPropertyTree ToTree(const Catalogue& iCatalogue, const KORUnicodeString& iFol
   return tree;
 }
 
-void Save(const Catalogue& iCatalogue, const KORUnicodeString& iFolder, const std::filesystem::path& iOut) {
-  const VYXInfProfileTrigger step("WriteCatalogue", true, INFO);
+void Save(Performance& ioPerformance, const Catalogue& iCatalogue, const KORUnicodeString& iFolder,
+          const std::filesystem::path& iOut) {
+  const Performance::Step step(ioPerformance, "WriteCatalogue");
   const KORUnicodeString path((iOut / kCatalogueName).string().c_str());
   const std::size_t size = WriteAndVerify(ToTree(iCatalogue, iFolder), path);
   std::cout << Say(kWritten, {Readable(path), Number(static_cast<std::int64_t>(size))}) << std::endl;
 }
 
 // False where the archive is not what was catalogued.
-bool Archive(const Catalogue& iCatalogue, const std::filesystem::path& iOut) {
-  const VYXInfProfileTrigger step("PackFiles", true, INFO);
+bool Archive(Performance& ioPerformance, const Catalogue& iCatalogue, const std::filesystem::path& iOut) {
+  const Performance::Step step(ioPerformance, "PackFiles");
   const KORUnicodeString path((iOut / kArchiveName).string().c_str());
   const ArchiveResult result = PackAndVerify(iCatalogue.Files(), path);
   Report("left out of the archive", result.leftOut);
@@ -103,18 +105,26 @@ bool Archive(const Catalogue& iCatalogue, const std::filesystem::path& iOut) {
   return true;
 }
 
+void Measure(Performance& ioPerformance, const Total& iTotal, const std::filesystem::path& iOut) {
+  const KORUnicodeString path((iOut / kPerformanceName).string().c_str());
+  const std::uint64_t filesPerSecond = ioPerformance.Write(path, iTotal.files, iTotal.bytes);
+  std::cout << Say(kMeasured, {Readable(path), Number(static_cast<std::int64_t>(filesPerSecond))}) << std::endl;
+}
+
 // Everything between the configuration of the log and its end; the current folder is the one to be catalogued.
 int CatalogueHere(const std::filesystem::path& iOut, const std::filesystem::path& iLogFile) {
+  Performance performance;
   const KORUnicodeString folder(std::filesystem::current_path().string().c_str());
   std::cout << Say(kCataloguing, {Readable(folder)}) << std::endl;
   RunLog::Write(INFO, "Cataloguing " + Readable(folder));
-  const std::vector<KORUnicodeString> files = List(iOut, iLogFile);
+  const std::vector<KORUnicodeString> files = List(performance, iOut, iLogFile);
 
   Catalogue catalogue;
-  Fill(catalogue, files);
+  Fill(performance, catalogue, files);
   PrintSummary(std::cout, catalogue);
-  Save(catalogue, folder, iOut);
-  const bool isArchived = Archive(catalogue, iOut);
+  Save(performance, catalogue, folder, iOut);
+  const bool isArchived = Archive(performance, catalogue, iOut);
+  Measure(performance, catalogue.All(), iOut);
   if (!iLogFile.empty()) {
     std::cout << Say(kLogIn, {Readable(iLogFile.string().c_str())}) << std::endl;
   }

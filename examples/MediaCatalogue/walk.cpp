@@ -25,7 +25,7 @@ bool IsResult(const KORUnicodeString& iPath) {
   const std::string_view path = iPath.ToStringView();
   const bool isLog =
       path.starts_with(kLogNameStart) && path.ends_with(".log") && path.find('\\') == std::string_view::npos;
-  return isLog || iPath == kCatalogueName || iPath == kArchiveName;
+  return isLog || iPath == kCatalogueName || iPath == kArchiveName || iPath == kPerformanceName;
 }
 
 }  // namespace

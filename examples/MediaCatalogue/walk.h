@@ -10,6 +10,7 @@ namespace MediaCatalogue {
 // The files of the results' folder.
 inline constexpr const char* kCatalogueName = "catalogue.json";
 inline constexpr const char* kArchiveName = "catalogue.zip";
+inline constexpr const char* kPerformanceName = "performance.json";
 
 /**
  * The regular files below the current folder: paths relative to it with the library's separators, in ascending order.

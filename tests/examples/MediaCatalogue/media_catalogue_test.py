@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Runs MediaCatalogue over folders of many kinds."""
 
+import json
 import os
 import unittest
 
@@ -199,6 +200,35 @@ class MediaCatalogueTest(ProgramCase):
         run = self.run_program("media")
         self.assertEqual((run.returncode, run.stderr), (0, b""), run)
         self.assertLess((self.root / "build/demo/catalogue.zip").stat().st_size, 2 * 1024**2)
+
+    def test_performance_report(self):
+        for index in range(20):
+            self.write(f"{index}.txt", b"x" * 1000)
+        run = self.run_program("media")
+        self.assert_catalogued(run)
+        report = json.loads((self.root / "build/demo/performance.json").read_text("utf-8"))
+        durations, memory, throughput = report["Durations"], report["Memory"], report["Throughput"]
+        self.assertEqual(set(report), {"Durations", "Memory", "Throughput"})
+        self.assertEqual(set(durations), {"ListFiles", "ReadFiles", "WriteCatalogue", "PackFiles", "Run"})
+        self.assertEqual({(entry["Unit"], entry["HigherIsBetter"]) for entry in durations.values()},
+                         {("microseconds", False)})
+        steps = [entry["Value"] for name, entry in durations.items() if name != "Run"]
+        self.assertTrue(0 < sum(steps) <= durations["Run"]["Value"], durations)
+        self.assertEqual({name: entry["Unit"] for name, entry in memory.items()}, {"Current": "bytes", "Peak": "bytes"})
+        self.assertTrue(0 < memory["Current"]["Value"] <= memory["Peak"]["Value"], memory)
+        for name, count, unit in (("FilesPerSecond", 20, "number"), ("BytesPerSecond", 20000, "bytes")):
+            value = int(count * 1e6 / durations["Run"]["Value"])
+            self.assertEqual(throughput[name], {"Value": value, "Unit": unit, "HigherIsBetter": True})
+        files_per_second = throughput["FilesPerSecond"]["Value"]
+        line = f"Measured: {self.root}/build/demo/performance.json ({files_per_second} files per second)\n"
+        self.assertIn(line, run.stdout.decode())
+
+    def test_performance_report_that_cannot_be_written(self):
+        self.write("good.txt")
+        (self.root / "out" / "performance.json").mkdir(parents=True)
+        run = self.run_program("--out", "out", "media")
+        self.assertEqual(run.returncode, 1)
+        self.assertIn(b"performance.json", run.stderr)
 
     def test_archive_that_cannot_be_written(self):
         self.write("good.txt")
