@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "KORSysBase/KORDirectory.h"
+#include "platform/os/folders.h"
+#include "platform/os/native_path.h"
 
 namespace VYX::Logging {
 
@@ -37,10 +39,24 @@ void MakeFolderOf(const std::string& iPath) {
   }
 }
 
+// The file is opened later, and more than once: it must not move with the current folder.
+FileSinkOptions Anchored(FileSinkOptions iOptions) {
+  std::string here;
+  if (Os::CurrentFolder(here).IsOk()) {
+    if (!Os::IsAbsolute(iOptions.folder)) {
+      iOptions.folder = Joined(here, iOptions.folder);
+    }
+    if (!iOptions.target.empty() && !Os::IsAbsolute(iOptions.target)) {
+      iOptions.target = Joined(here, iOptions.target);
+    }
+  }
+  return iOptions;
+}
+
 }  // namespace
 
 FileSink::FileSink(FileSinkOptions iOptions, LineFormat iFormat, Filter iFilter)
-    : Sink(std::move(iFormat), std::move(iFilter)), _options(std::move(iOptions)) {}
+    : Sink(std::move(iFormat), std::move(iFilter)), _options(Anchored(std::move(iOptions))) {}
 
 FileSink::~FileSink() {
   FlushLocked();

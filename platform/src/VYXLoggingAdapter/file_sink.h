@@ -27,9 +27,10 @@ struct FileSinkOptions {
  * Writes a log file: each line whole, in one call to the operating system, at the end of the file, so that neither
  * threads nor processes nor a kill tear one.
  *
- * The folder is made as needed. The file is opened with the first line, and again within a second after somebody moved
- * or removed it. Without automatic flushing, lines below ERROR wait in memory until 64 KiB have come together, a line
- * of ERROR or above is written, or the sink is flushed or dies.
+ * The folder is made as needed; a relative one is taken from the folder that is current when the sink is made. The file
+ * is opened with the first line, and again within a second after somebody moved or removed it. Without automatic
+ * flushing, lines below ERROR wait in memory until 64 KiB have come together, a line of ERROR or above is written, or
+ * the sink is flushed or dies.
  */
 class FileSink : public Sink {
  public:

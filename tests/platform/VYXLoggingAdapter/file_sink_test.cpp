@@ -166,6 +166,26 @@ TEST_F(FileSinkTest, OpensAFileAnewThatWasMovedOrRemoved) {
   EXPECT_EQ(ContentOf(_folder.Native("a.log")), "three\n");
 }
 
+TEST_F(FileSinkTest, StaysInItsFolderWhenTheCurrentFolderChanges) {
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::create_directory(_folder.Native("first"));
+  std::filesystem::create_directory(_folder.Native("second"));
+  std::filesystem::current_path(_folder.Native("first"));
+  FileSinkOptions options = Options("a_%N.log");
+  options.folder.clear();
+  options.rotationSize = 4;
+  options.maxFiles = 1;
+  options.target = "full";
+  const auto sink = Make(options);
+  std::filesystem::current_path(_folder.Native("second"));
+  Write(*sink, "one", 3, 1000);
+  Write(*sink, "two", 3, 1001);
+  std::filesystem::current_path(before);
+  EXPECT_THAT(_folder.Names("first"), ElementsAre("a_1.log", "full"));
+  EXPECT_THAT(_folder.Names("first/full"), ElementsAre("a_0.log"));
+  EXPECT_THAT(_folder.Names("second"), ElementsAre());
+}
+
 TEST_F(FileSinkTest, ComesBackWithItsFolder) {
   FileSinkOptions options = Options();
   options.folder = _folder.Native("gone");
