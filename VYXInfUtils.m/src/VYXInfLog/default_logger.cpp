@@ -24,7 +24,7 @@ constexpr std::uint32_t kLevelCount = 6;
 constexpr std::uint32_t kKnown = Logging::ILogger::kLevelsKnown;
 constinit std::atomic<std::uint32_t> gAcceptedLevels{0};
 
-// The process's logging. Never destroyed: static objects may log while they die.
+// The process's logging.
 struct DefaultLogger {
   std::mutex lock;           // the logger lock: one replacement at a time
   std::mutex referenceLock;  // guards the shared reference below for the moment of a copy
@@ -35,11 +35,18 @@ struct DefaultLogger {
   qrm::internal::v1::exit_callback::Handle exitHandle;
 };
 
-DefaultLogger* MakeState();
+// Never destroyed, because static objects may log while they die; and there from the start instead of from its first
+// use, because a child that was forked while another thread made it would wait for that thread for ever.
+union Immortal {
+  constexpr Immortal() : state() {}
+  ~Immortal() {}  // NOLINT(modernize-use-equals-default): the default would be deleted
+
+  DefaultLogger state;
+};
+constinit Immortal gLogging;
 
 DefaultLogger& State() {
-  static DefaultLogger* const state = MakeState();
-  return *state;
+  return gLogging.state;
 }
 
 std::uint32_t AcceptedLevels(const VYXInfLog* iLogger) {
@@ -93,10 +100,7 @@ void UnlockAll() {
   state.lock.unlock();
 }
 
-DefaultLogger* MakeState() {
-  Os::RegisterForkHooks(&LockAll, &UnlockAll);
-  return new DefaultLogger;
-}
+[[maybe_unused]] const bool gIsForkNoticed = (Os::RegisterForkHooks(Os::ForkRank::Outer, &LockAll, &UnlockAll), true);
 
 void RegisterExitCallback() {
   DefaultLogger& state = State();

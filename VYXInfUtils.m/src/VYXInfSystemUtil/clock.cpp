@@ -1,3 +1,4 @@
+#include <atomic>
 #include <cstdint>
 
 #include "KORSysBase/KORTime.h"
@@ -23,7 +24,12 @@ std::uint64_t VYXInfSystemUtil::GetTimeInMicroseconds() {
 
 double VYXInfSystemUtil::GetElapsedSeconds(double iOffset) {
   const std::uint64_t now = GetTimeInMicroseconds();
-  static const std::uint64_t reference = now;
+  // The first call sets the reference, without a lock that a forked child could find taken.
+  static constinit std::atomic<std::uint64_t> sReference{0};
+  std::uint64_t reference = 0;
+  if (sReference.compare_exchange_strong(reference, now)) {
+    reference = now;
+  }
   // Signed, because the thread that set the reference may have read the counter after this one did.
   const auto elapsed = static_cast<std::int64_t>(now - reference);
   return static_cast<double>(elapsed) / static_cast<double>(kMicrosecondsPerSecond) - iOffset;

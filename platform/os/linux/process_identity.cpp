@@ -22,10 +22,8 @@ void ForgetThreadId() noexcept {
   tThreadId = 0;
 }
 
-bool IsForkNoticed() noexcept {
-  static const bool isRegistered = pthread_atfork(nullptr, nullptr, ForgetThreadId) == 0;
-  return isRegistered;
-}
+// Until static objects are made it says no, and the number is asked for each time.
+const bool gIsForkNoticed = pthread_atfork(nullptr, nullptr, ForgetThreadId) == 0;
 
 }  // namespace
 
@@ -38,7 +36,7 @@ std::uint32_t CurrentThreadId() noexcept {
     return tThreadId;
   }
   const std::uint32_t threadId = AskThreadId();
-  if (IsForkNoticed()) {
+  if (gIsForkNoticed) {
     tThreadId = threadId;
   }
   return threadId;

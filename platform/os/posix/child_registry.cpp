@@ -2,7 +2,6 @@
 
 #include <sys/wait.h>
 
-#include <atomic>
 #include <exception>
 #include <mutex>
 #include <vector>
@@ -27,23 +26,20 @@ struct Registry {
   std::vector<Child> children;
 };
 
-// Null until the first child is remembered. Never destroyed: processes are started until the program is gone.
-constinit std::atomic<Registry*> gRegistry = nullptr;
+// There from the start and never destroyed: processes are started until the program is gone.
+union Immortal {
+  constexpr Immortal() : registry() {}
+  ~Immortal() {}  // NOLINT(modernize-use-equals-default): the default would be deleted
 
-void LockRegistry() {
-  gRegistry.load()->mutex.lock();
-}
-
-void UnlockRegistry() {
-  gRegistry.load()->mutex.unlock();
-}
+  Registry registry;
+};
+constinit Immortal gChildren;
 
 // A forked child finds the lock free; the children remembered are not its own, and so are forgotten at its first look.
-Registry* MakeRegistry() {
-  gRegistry = new Registry;
-  RegisterForkHooks(LockRegistry, UnlockRegistry);
-  return gRegistry;
-}
+[[maybe_unused]] const bool gIsForkNoticed =
+    (RegisterForkHooks(
+         ForkRank::Inner, [] { gChildren.registry.mutex.lock(); }, [] { gChildren.registry.mutex.unlock(); }),
+     true);
 
 enum class ChildState { Running, Ended, Gone };
 
@@ -73,25 +69,21 @@ bool IsToBeForgotten(const Child& iChild, std::uint64_t (*iStartTimeOf)(pid_t iC
 
 void RememberChild(pid_t iChild, std::uint64_t iStartTime) noexcept {
   try {
-    static Registry* const registry = MakeRegistry();
-    const std::scoped_lock lock(registry->mutex);
-    registry->children.push_back({iChild, iStartTime});
+    const std::scoped_lock lock(gChildren.registry.mutex);
+    gChildren.registry.children.push_back({iChild, iStartTime});
   } catch (const std::exception&) {
     // Not remembered, the child is heard of when the program ends.
   }
 }
 
 void HearOfEndedChildren(std::uint64_t (*iStartTimeOf)(pid_t iChild)) noexcept {
-  Registry* const registry = gRegistry;
-  if (registry == nullptr) {
-    return;
-  }
-  const std::scoped_lock lock(registry->mutex);
+  Registry& registry = gChildren.registry;
+  const std::scoped_lock lock(registry.mutex);
   // One call tells whether any child has ended at all, so that many that run cost little.
-  if (registry->children.empty() || StateOf(P_ALL, 0) == ChildState::Running) {
+  if (registry.children.empty() || StateOf(P_ALL, 0) == ChildState::Running) {
     return;
   }
-  std::erase_if(registry->children, [&](const Child& iChild) { return IsToBeForgotten(iChild, iStartTimeOf); });
+  std::erase_if(registry.children, [&](const Child& iChild) { return IsToBeForgotten(iChild, iStartTimeOf); });
 }
 
 }  // namespace VYX::Os::Posix

@@ -54,14 +54,10 @@ void SetZone(const char* iZone, CalendarTime& oCalendar) noexcept {
 // this one is free in the child.
 constinit std::mutex gCalendarLock;
 
-std::mutex& CalendarLock() noexcept {
-  static const bool isRegistered = [] {
-    RegisterForkHooks([] { gCalendarLock.lock(); }, [] { gCalendarLock.unlock(); });
-    return true;
-  }();
-  static_cast<void>(isRegistered);
-  return gCalendarLock;
-}
+[[maybe_unused]] const bool gIsForkNoticed =
+    (RegisterForkHooks(
+         ForkRank::Inner, [] { gCalendarLock.lock(); }, [] { gCalendarLock.unlock(); }),
+     true);
 
 }  // namespace
 
@@ -88,7 +84,7 @@ WallTime CurrentWallTime() noexcept {
 bool ToLocalCalendar(std::int64_t iUnixSeconds, CalendarTime& oCalendar) noexcept {
   const time_t seconds = iUnixSeconds;
   tm broken{};
-  const std::lock_guard guard(CalendarLock());
+  const std::lock_guard guard(gCalendarLock);
   if (localtime_r(&seconds, &broken) == nullptr) {
     return false;
   }

@@ -22,6 +22,13 @@ void KORError::Destroy(void* iError) noexcept {
   delete static_cast<KORError*>(iError);
 }
 
+namespace {
+
+// Made now rather than at the first failure, which another thread may meet while this process is forked.
+[[maybe_unused]] const bool gIsSlotMade = (KORError::KORCleanLastError(), true);
+
+}  // namespace
+
 KORError* KORError::KORGetLastError(long iCode, IUnknown*) noexcept {
   auto* const pending = static_cast<KORError*>(PendingSlot(&Destroy).Get());
   if (pending == nullptr || (iCode != E_FAIL && iCode != pending->_code)) {

@@ -1,17 +1,14 @@
 #include "platform/src/VYXLoggingAdapter/fork_safe_mutex.h"
 
+#include <type_traits>
+
 #include "platform/os/fork_hooks.h"
 
 namespace VYX::Logging {
 
-// The mutexes that exist, in a list of their own. Never destroyed: sinks may die while static objects do.
+// The mutexes that exist, in a list of their own.
 class ForkSafeMutexAccess {
  public:
-  static ForkSafeMutexAccess& Instance() {
-    static ForkSafeMutexAccess* const instance = new ForkSafeMutexAccess;
-    return *instance;
-  }
-
   void Add(ForkSafeMutex& ioMutex) {
     const std::lock_guard guard(_lock);
     ioMutex._next = _first;
@@ -29,11 +26,6 @@ class ForkSafeMutexAccess {
     }
   }
 
- private:
-  ForkSafeMutexAccess() {
-    Os::RegisterForkHooks([] { Instance().LockAll(); }, [] { Instance().UnlockAll(); });
-  }
-
   void LockAll() {
     _lock.lock();
     for (ForkSafeMutex* mutex = _first; mutex != nullptr; mutex = mutex->_next) {
@@ -47,16 +39,30 @@ class ForkSafeMutexAccess {
     _lock.unlock();
   }
 
+ private:
   std::mutex _lock;
   ForkSafeMutex* _first = nullptr;
 };
 
+namespace {
+
+// There from the start and never destroyed: sinks may die while static objects do.
+constinit ForkSafeMutexAccess gMutexes;
+static_assert(std::is_trivially_destructible_v<ForkSafeMutexAccess>);
+
+[[maybe_unused]] const bool gIsForkNoticed =
+    (Os::RegisterForkHooks(
+         Os::ForkRank::Middle, [] { gMutexes.LockAll(); }, [] { gMutexes.UnlockAll(); }),
+     true);
+
+}  // namespace
+
 ForkSafeMutex::ForkSafeMutex() {
-  ForkSafeMutexAccess::Instance().Add(*this);
+  gMutexes.Add(*this);
 }
 
 ForkSafeMutex::~ForkSafeMutex() {
-  ForkSafeMutexAccess::Instance().Remove(*this);
+  gMutexes.Remove(*this);
 }
 
 }  // namespace VYX::Logging
