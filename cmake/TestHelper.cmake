@@ -10,13 +10,14 @@ function(vyx_add_test iName)
   cmake_parse_arguments(TEST "THREADS" "" "SOURCES" ${ARGN})
   add_executable(${iName} ${TEST_SOURCES})
   target_link_libraries(${iName} PRIVATE vyx_internals vyx_test_support GTest::gmock GTest::gtest_main)
-  set(labels unit)
+  # One label a test: gtest_discover_tests takes a list of them apart.
+  set(label unit)
   if(TEST_THREADS)
-    list(APPEND labels threads)
+    set(label threads)
     add_dependencies(vyx_threads_tests ${iName})
   endif()
   gtest_discover_tests(${iName} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
-    PROPERTIES LABELS "${labels}" TIMEOUT 300)
+    PROPERTIES LABELS ${label} TIMEOUT 300)
 endfunction()
 
 # vyx_use_programs(NAME): the test starts programs. It stands beside them, and knows the path of the test's own child
