@@ -158,7 +158,7 @@ void Register(const Document& iDocument) {
   for (const auto& candidate : candidates) {
     const auto run = [candidate, &iDocument](benchmark::State& ioState) {
       candidate.run(ioState, iDocument.text);
-      ioState.SetBytesProcessed(static_cast<std::int64_t>(ioState.iterations() * iDocument.text.size()));
+      ioState.SetBytesProcessed(ioState.iterations() * static_cast<std::int64_t>(iDocument.text.size()));
     };
     benchmark::RegisterBenchmark((std::string(candidate.name) + "/" + iDocument.name).c_str(), run);
   }

@@ -59,7 +59,7 @@ TEST(Parse, StoresEveryFormAndWritesItBack) {
   for (const auto& [text, expected] : cases) {
     VYXPropertyTree tree;
     long code = E_FAIL;
-    EXPECT_THAT(LinesOf([&] { code = tree.Parse(text); }), IsEmpty()) << text;
+    EXPECT_THAT(LinesOf([&, &parsed = text] { code = tree.Parse(parsed); }), IsEmpty()) << text;
     EXPECT_EQ(code, S_OK) << text;
     EXPECT_EQ(TextOf(tree), expected);
     VYXPropertyTree again;
