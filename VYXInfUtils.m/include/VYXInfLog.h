@@ -6,10 +6,14 @@
 #include "KORSysTS/KORUnicodeString.h"
 #include "VYXExport.h"
 
-// A system header defines this name as a macro.
+// windows.h defines this name as a macro, and another by means of it, which keeps its value.
 #ifdef ERROR
 #undef ERROR
+#undef RGN_ERROR
+#define RGN_ERROR 0
 #endif
+// Tells the header that stands before the host's wingdi.h to do the same where windows.h comes later.
+#define VYX_HAS_LEVEL_ERROR
 
 /**
  * Message levels, a lower number being more severe. A value outside the named ones is a legal argument everywhere: it

@@ -146,8 +146,21 @@ class VYX_EXPORT VYXInfSystemUtil {
   /// True for a file or folder that exists, links followed.
   static bool DoesFileExist(const KORUnicodeString& iPath);
 
+// A system header may define the name as a macro for one of the other two, before or after this header.
+#pragma push_macro("DeleteFile")
+#undef DeleteFile
   /// Deletes a file or a link, never a folder. Answers the platform's code, silently.
   static long DeleteFile(const KORUnicodeString& iPath);
+
+  /// DeleteFile under a name that callers of windows.h arrive at.
+  static long DeleteFileA(const KORUnicodeString& iPath) {
+    return DeleteFile(iPath);
+  }
+  /// The same.
+  static long DeleteFileW(const KORUnicodeString& iPath) {
+    return DeleteFile(iPath);
+  }
+#pragma pop_macro("DeleteFile")
 
   // Folders.
 

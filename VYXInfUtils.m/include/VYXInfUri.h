@@ -7,11 +7,6 @@
 #include "KORSysTS/KORUnicodeString.h"
 #include "VYXExport.h"
 
-// A system header defines this name as a macro.
-#ifdef SetPort
-#undef SetPort
-#endif
-
 /**
  * A URI in its six components, convertible from and to URI text and local file paths.
  *
@@ -87,12 +82,24 @@ class VYX_EXPORT VYXInfUri {
 
   // Each replaces one component by the text as it is, without checks.
 
-  void SetScheme(const KORUnicodeString& iScheme);              ///< replaces the scheme
-  void SetHost(const KORUnicodeString& iHost);                  ///< replaces the host
-  void SetPort(std::int32_t iPort) noexcept { _port = iPort; }  ///< replaces the port; kNoPort removes it
-  void SetPath(const KORUnicodeString& iPath);                  ///< replaces the path
-  void SetQuery(const KORUnicodeString& iQuery);                ///< replaces the whole query
-  void SetFragment(const KORUnicodeString& iFragment);          ///< replaces the fragment
+  void SetScheme(const KORUnicodeString& iScheme);  ///< replaces the scheme
+  void SetHost(const KORUnicodeString& iHost);      ///< replaces the host
+// A system header may define the name as a macro for one of the other two, before or after this header.
+#pragma push_macro("SetPort")
+#undef SetPort
+  void SetPort(std::int32_t iPort) noexcept {
+    _port = iPort;
+  }  ///< replaces the port; kNoPort removes it
+  void SetPortA(std::int32_t iPort) noexcept {
+    SetPort(iPort);
+  }  ///< SetPort, as callers of windows.h arrive at it
+  void SetPortW(std::int32_t iPort) noexcept {
+    SetPort(iPort);
+  }  ///< the same
+#pragma pop_macro("SetPort")
+  void SetPath(const KORUnicodeString& iPath);          ///< replaces the path
+  void SetQuery(const KORUnicodeString& iQuery);        ///< replaces the whole query
+  void SetFragment(const KORUnicodeString& iFragment);  ///< replaces the fragment
 
   /// The value of the first query parameter of this name (letter case counts), not percent-decoded; empty when there is
   /// none.

@@ -16,6 +16,9 @@ class DatagramSocket {
   DatagramSocket(const DatagramSocket&) = delete;
   DatagramSocket& operator=(const DatagramSocket&) = delete;
 
+  /// Whether the host has such sockets; without them every call fails.
+  static bool IsAvailable() noexcept;
+
   /// Connects to the socket of a path; closes an earlier connection.
   Status Connect(const std::string& iPath);
 

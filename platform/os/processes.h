@@ -27,7 +27,7 @@ struct ProcessEntry {
 /// The priority classes of a process, from the most urgent.
 enum class ProcessClass : std::int32_t { High, AboveNormal, Normal, BelowNormal, Idle };
 
-/// How a child came to its end: its exit code, or the signal that ended it as a negative number.
+/// How a child came to its end: its exit code, or on POSIX hosts the signal that ended it as a negative number.
 using ExitCode = std::int32_t;
 
 /**
@@ -39,7 +39,9 @@ using ExitCode = std::int32_t;
  * @param iArguments null-terminated; handed over byte for byte, the first being the program's own name.
  * @param iIsWaitedFor true when WaitForProcess will be called for it.
  * @param oId the child's number, until the call that finds it ended.
- * @return the failure also where the program cannot be run: missing, not executable, of an unknown format, ...
+ * @return the failure also where the program cannot be run: missing, not executable, of an unknown format, ... A host
+ * whose programs take their arguments apart themselves gets them so that the C run-time's rules give back the same
+ * texts; there a text that is no UTF-8 is a failure, and so is a batch file, whose interpreter keeps to no such rules.
  */
 Status StartProcess(const std::string& iProgram, char* const iArguments[], bool iIsWaitedFor, ProcessId& oId);
 
@@ -50,7 +52,8 @@ Status WaitForProcess(ProcessId iChild, ExitCode& oExitCode);
 /// The parent of a running process; 0 for one without. A process that is gone or has ended is a failure.
 Status FindParent(ProcessId iProcess, ProcessId& oParent);
 
-/// The running children of a process, in the order of their numbers. On failure oChildren is untouched.
+/// The running children of a process, in the order in which the host lists them, or of their numbers where it has none.
+/// On failure oChildren is untouched.
 Status ListChildren(ProcessId iParent, std::vector<ProcessEntry>& oChildren);
 
 /// The program file of a running process, which takes the right to look into it.

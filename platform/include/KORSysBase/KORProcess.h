@@ -16,6 +16,8 @@ enum KORLibStatus : std::int32_t {
  *
  * The child gets the arguments byte for byte, the environment, the current folder and the standard streams, and no
  * other descriptor. What the calling program printed through the C library is written out before. No shell is involved.
+ * On Windows the arguments reach a program that takes them from the C run-time as they are, whatever they hold; batch
+ * files and texts that are no UTF-8 cannot be passed on faithfully and are refused.
  * A child that is not waited for is never left behind as a dead entry of the host's process list: later calls hear of
  * its end. Until one of them does its number stays its own. May be called from any thread.
  *

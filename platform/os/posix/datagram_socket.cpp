@@ -15,6 +15,10 @@
 
 namespace VYX::Os {
 
+bool DatagramSocket::IsAvailable() noexcept {
+  return true;
+}
+
 Status DatagramSocket::Connect(const std::string& iPath) {
   Close();
   sockaddr_un address{};

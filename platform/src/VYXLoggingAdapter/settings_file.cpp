@@ -7,6 +7,7 @@
 #include "KORSysBase/KORPath.h"
 #include "platform/os/files.h"
 #include "platform/src/VYXLoggingAdapter/console_sink.h"
+#include "platform/src/VYXLoggingAdapter/event_log_sink.h"
 #include "platform/src/VYXLoggingAdapter/file_sink.h"
 #include "platform/src/VYXLoggingAdapter/syslog_sink.h"
 
@@ -16,6 +17,7 @@ namespace {
 
 constexpr const char* kDefaultFormat = "[%TimeStamp%][%ThreadID%][%Channel%][%Severity%] %Message%";
 constexpr const char* kSystemLogSocket = "/dev/log";
+constexpr const char* kEventSource = "VYX";
 constexpr std::string_view kSinkPrefix = "Sinks.";
 constexpr std::size_t kLargestFile = 1024 * 1024;
 
@@ -224,14 +226,8 @@ bool SettingsFile::BuildSink(SinkSettings& ioSink) {
     _sinks.push_back(std::make_shared<ConsoleSink>(std::move(ioSink.format), std::move(ioSink.filter)));
     return true;
   }
-  if (ioSink.destination == "Syslog") {
-    std::string socket = ioSink.file.target.empty() ? kSystemLogSocket : ioSink.file.target;
-    _sinks.push_back(
-        std::make_shared<SyslogSink>(std::move(socket), std::move(ioSink.format), std::move(ioSink.filter)));
-    return true;
-  }
-  if (ioSink.destination == "SimpleEventLog") {
-    return Fail(ioSink.destinationLine, "the destination SimpleEventLog exists on Windows only");
+  if (ioSink.destination == "Syslog" || ioSink.destination == "SimpleEventLog") {
+    return BuildHostSink(ioSink);
   }
   if (ioSink.destination != "TextFile") {
     return Fail(ioSink.destinationLine, "the destination '" + ioSink.destination + "' is unknown");
@@ -244,6 +240,27 @@ bool SettingsFile::BuildSink(SinkSettings& ioSink) {
   auto sink = std::make_shared<FileSink>(std::move(ioSink.file), std::move(ioSink.format), std::move(ioSink.filter));
   sink->Open();
   _sinks.push_back(std::move(sink));
+  return true;
+}
+
+// The log that the host keeps for all programs, of one kind or the other.
+bool SettingsFile::BuildHostSink(SinkSettings& ioSink) {
+  std::string& target = ioSink.file.target;
+  if (ioSink.destination == "Syslog") {
+    if (!Os::DatagramSocket::IsAvailable()) {
+      return Fail(ioSink.destinationLine, "the destination Syslog does not exist on Windows; SimpleEventLog does");
+    }
+    target = target.empty() ? kSystemLogSocket : target;
+    _sinks.push_back(
+        std::make_shared<SyslogSink>(std::move(target), std::move(ioSink.format), std::move(ioSink.filter)));
+    return true;
+  }
+  if (!Os::EventLog::IsAvailable()) {
+    return Fail(ioSink.destinationLine, "the destination SimpleEventLog exists on Windows only");
+  }
+  target = target.empty() ? kEventSource : target;
+  _sinks.push_back(
+      std::make_shared<EventLogSink>(std::move(target), std::move(ioSink.format), std::move(ioSink.filter)));
   return true;
 }
 

@@ -34,6 +34,7 @@ class SettingsFile {
   bool TakeFlag(const Adapters::IniEntry& iEntry, bool& oFlag);
   bool TakeNumber(const Adapters::IniEntry& iEntry, std::uint64_t& oNumber);
   bool BuildSink(SinkSettings& ioSink);
+  bool BuildHostSink(SinkSettings& ioSink);
   bool Fail(std::size_t iLine, std::string iReason);
 
   SinkSet::Sinks _sinks;
