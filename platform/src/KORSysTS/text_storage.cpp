@@ -145,10 +145,12 @@ void KORUnicodeString::Access::Splice(KORUnicodeString& ioText, std::size_t iBeg
   const std::string_view old = ioText.ToStringView();
   const std::size_t newSize = SizeAfter(old.size() - (iEnd - iBegin), iBytes.size());
   Mark cursor{0, 0};
-  bool isAscii = false;
+  bool areSingleBytes = false;
   if (ioText.IsOwned()) {
     const std::uint64_t known = HeaderOf(ioText).charCount.load(std::memory_order_relaxed);
-    isAscii = known == old.size() && VYX::Platform::AsciiPrefix(iBytes) == iBytes.size();
+    // Where every character is a byte, what is left of an ill-formed text may still join to longer ones.
+    areSingleBytes = known == old.size() && VYX::Platform::AsciiPrefix(iBytes) == iBytes.size() &&
+                     (!iBytes.empty() || !VYX::Platform::EndsInsideSequence(old.substr(0, iBegin)));
     const Mark mark = LoadCursor(HeaderOf(ioText));
     cursor = mark.offset + kReach <= iBegin ? mark : cursor;
   }
@@ -165,15 +167,15 @@ void KORUnicodeString::Access::Splice(KORUnicodeString& ioText, std::size_t iBeg
     ioText.Swap(built);
   }
   SetSize(ioText, newSize);
-  NoteSpliced(ioText, cursor, isAscii);
+  NoteSpliced(ioText, cursor, areSingleBytes);
 }
 
-void KORUnicodeString::Access::NoteSpliced(KORUnicodeString& ioText, Mark iCursor, bool iIsAscii) noexcept {
+void KORUnicodeString::Access::NoteSpliced(KORUnicodeString& ioText, Mark iCursor, bool iAreSingleBytes) noexcept {
   if (ioText.IsInline()) {
     return;
   }
   StoreCursor(HeaderOf(ioText), iCursor);
-  if (iIsAscii) {
+  if (iAreSingleBytes) {
     HeaderOf(ioText).charCount.store(ioText.ByteCount(), std::memory_order_relaxed);
   }
 }

@@ -72,6 +72,6 @@ struct KORUnicodeString::Access {
   static Mark LoadCursor(const Header& iHeader) noexcept;
   static void StoreCursor(Header& ioHeader, Mark iMark) noexcept;
   static void NoteAppended(KORUnicodeString& ioText, std::size_t iOldSize, std::size_t iNewSize) noexcept;
-  static void NoteSpliced(KORUnicodeString& ioText, Mark iCursor, bool iIsAscii) noexcept;
+  static void NoteSpliced(KORUnicodeString& ioText, Mark iCursor, bool iAreSingleBytes) noexcept;
   static bool IsOwn(const KORUnicodeString& iText, std::string_view iBytes) noexcept;
 };

@@ -122,6 +122,16 @@ TEST(Remove, RemovesByCharacters) {
   }
 }
 
+// Every character of the text is one byte, until removing brings a lead and its continuation together.
+TEST(Remove, CountsAnewWhereWhatIsLeftJoinsToACharacter) {
+  KORUnicodeString text((kLong + "\xE2-\x82\xAC" + kLong).c_str());
+  EXPECT_EQ(text.GetLengthInChar(), 124);
+  text.Remove(61, 1);
+  EXPECT_EQ(text.GetLengthInChar(), 121);
+  EXPECT_TRUE(text[60] == U'\u20AC' && text[61] == 'l' && text[120] == 'l' && text[121] == U'\0');
+  EXPECT_EQ(text.SearchSubString("\xE2\x82\xACl"), 60);
+}
+
 TEST(ReplaceSubString, ChangesInPlaceKeepPositionsRight) {
   KORUnicodeString text(KORUnicodeChar(U'\u20AC'), 100);
   EXPECT_TRUE(text[50] == U'\u20AC');
