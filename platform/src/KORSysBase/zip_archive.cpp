@@ -156,7 +156,7 @@ ZipProblem ZipArchive::Next(const ZipEntry& iEntry, char* oBuffer, std::size_t i
     return Damaged(iEntry, "it is shorter than it says");
   }
   _position += position;
-  if (_position == iEntry.size && wanted != 0) {
+  if (_position == iEntry.size) {
     // Only a read beyond the end makes the reader compare the checksum.
     char beyond = 0;
     const Adapters::ZipFailure failure = _reader.ReadEntry(&beyond, 1, count);

@@ -153,12 +153,18 @@ class Extraction {
     constexpr std::size_t kPieceSize = std::size_t{256} << 10U;
     char* const buffer = Buffer(kPieceSize);
     ZipProblem problem = _archive.Begin(iEntry);
-    std::size_t count = kPieceSize;
-    for (std::uint64_t rest = iEntry.size; problem.IsNone() && rest > 0; rest -= count) {
-      problem = _archive.Next(iEntry, buffer, kPieceSize, count);
+    // An entry of no content is read once as well, which verifies that there is none.
+    std::uint64_t position = 0;
+    while (problem.IsNone()) {
+      std::size_t count = 0;
       std::size_t written = 0;
+      problem = _archive.Next(iEntry, buffer, kPieceSize, count);
       if (problem.IsNone()) {
         problem = ToProblem(Os::WriteFully(iFile, buffer, count, written));
+      }
+      position += count;
+      if (position == iEntry.size) {
+        break;
       }
     }
     return problem;

@@ -216,6 +216,29 @@ TEST_F(KORSysZipFileHostile, RefusesWrongChecksumsOnEveryWay) {
   }
 }
 
+// Entries of no content are read too: only that tells that there is none.
+TEST_F(KORSysZipFileHostile, RefusesWrongChecksumsAndHiddenContentOfEmptyEntries) {
+  const BuiltEntry kRows[] = {
+      {.name = "bad", .isDeflated = true, .crc = 1},
+      {.name = "bad", .isDeflated = true, .data = VYX::Test::Deflated("hidden"), .crc = 0, .size = 0},
+  };
+  for (const std::uint64_t maxInMemory : {std::uint64_t{1} << 20U, std::uint64_t{1}}) {
+    KORSysZipLimits limits;
+    limits.maxInMemory = maxInMemory;
+    _zip.SetLimits(limits);
+    for (const BuiltEntry& entry : kRows) {
+      Write({{entry}});
+      ASSERT_EQ(Open(KORSysZipOpenMode::Read), S_OK);
+      ASSERT_EQ(_zip.OpenFileInZip("bad", 0, 0), S_OK);
+      char buffer[8];
+      std::uint64_t read = 99;
+      EXPECT_LT(_zip.ReadBufferInZip(buffer, sizeof buffer, &read), 0) << maxInMemory;
+      EXPECT_EQ(read, 99U);
+      EXPECT_LT(Extract(), 0) << maxInMemory;
+    }
+  }
+}
+
 TEST_F(KORSysZipFileHostile, TellsEncryptedAndUnknownEntriesApartAndReadsTheOthers) {
   const std::string kAes = Le16(0x9901) + Le16(7) + Le16(2) + "AE" + "\3" + Le16(8);
   const std::pair<BuiltEntry, long> kRows[] = {
