@@ -42,7 +42,7 @@ void AppendSecond(std::int64_t iSecond, std::string& ioLine) {
 void AppendTimeStamp(const Os::WallTime& iTime, const std::string& iFormat, std::string& ioLine) {
   if (!iFormat.empty()) {
     const KORTime time(iTime.seconds, iTime.nanoseconds);
-    ioLine.append(time.ConvertToString(KORUnicodeString(std::string_view(iFormat))).ToStringView());
+    AppendEscapedLine(time.ConvertToString(KORUnicodeString(std::string_view(iFormat))).ToStringView(), ioLine);
     return;
   }
   AppendSecond(iTime.seconds, ioLine);
@@ -156,7 +156,7 @@ void LineFormat::Append(const Record& iRecord, std::string& ioLine) const {
   for (const Piece& piece : _pieces) {
     switch (piece.kind) {
       case Kind::Text:
-        ioLine.append(piece.text);
+        AppendEscapedLine(piece.text, ioLine);
         break;
       case Kind::TimeStamp:
         AppendTimeStamp(iRecord.time, piece.text, ioLine);
@@ -168,7 +168,7 @@ void LineFormat::Append(const Record& iRecord, std::string& ioLine) const {
         AppendNumber(iRecord.processId, ioLine);
         break;
       case Kind::Channel:
-        ioLine.append(iRecord.channel);
+        AppendEscapedLine(iRecord.channel, ioLine);
         break;
       case Kind::Severity:
         ioLine.append(SeverityName(iRecord.level));

@@ -102,6 +102,24 @@ TEST_F(LineFormatTest, KeepsOneRecordOnOneLine) {
   }
 }
 
+TEST_F(LineFormatTest, KeepsOneLineWhateverChannelAndFormatHold) {
+  Record record = _record;
+  record.channel = "net\n[FATAL] forged\x1b[2J";
+  EXPECT_EQ(Formatted("%Channel%|%Message%", record), "net\\n[FATAL] forged\\x1B[2J|the text");
+  const struct {
+    const char* format;
+    const char* line;
+  } rows[] = {
+      {"first\nsecond %Message%", "first\\nsecond the text"},
+      {"\xE2\x80\xA8%Severity%", "\\u2028ERROR"},
+      {"cut \xE2\x80%Severity%", "cut \\xE2\\x80ERROR"},
+      {"%TimeStamp(format=\"%H\n%M\x1b\")%", "14\\n07\\x1B"},
+  };
+  for (const auto& row : rows) {
+    EXPECT_EQ(Formatted(row.format, _record), row.line) << row.format;
+  }
+}
+
 TEST_F(LineFormatTest, FollowsTheSecondOfEachRecord) {
   Record record = _record;
   EXPECT_EQ(Formatted("%TimeStamp%", record), "2019-03-05 14:07:09.000042");
