@@ -20,6 +20,7 @@ constexpr const char* kSystemLogSocket = "/dev/log";
 constexpr const char* kEventSource = "VYX";
 constexpr std::string_view kSinkPrefix = "Sinks.";
 constexpr std::size_t kLargestFile = 1024 * 1024;
+constexpr std::size_t kPiece = 4096;
 
 std::string Unquoted(const std::string& iValue) {
   const bool isQuoted = iValue.size() >= 2 && iValue.front() == '"' && iValue.back() == '"';
@@ -49,9 +50,14 @@ Os::Status ReadSmallFile(const std::string& iPath, std::string& oText) {
   if (!status.IsOk()) {
     return status;
   }
-  std::string text(kLargestFile + 1, '\0');
+  std::string text;
   std::size_t size = 0;
-  status = Os::ReadFully(file, text.data(), text.size(), size);
+  std::size_t read = kPiece;
+  while (status.IsOk() && read == kPiece && size <= kLargestFile) {
+    text.resize(size + kPiece);
+    status = Os::ReadFully(file, text.data() + size, kPiece, read);
+    size += read;
+  }
   static_cast<void>(Os::CloseFile(file));
   if (status.IsOk() && size > kLargestFile) {
     return Os::Failure::FileTooLarge();
