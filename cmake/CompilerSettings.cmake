@@ -33,3 +33,8 @@ elseif(VYX_SANITIZE STREQUAL "thread")
 elseif(VYX_SANITIZE)
   message(FATAL_ERROR "VYX_SANITIZE is '${VYX_SANITIZE}': only 'address' and 'thread' are known")
 endif()
+
+if(VYX_BUILD_FUZZERS)
+  # The fuzzing engine learns from the layers which input reaches what; other programs link them unchanged.
+  target_compile_options(vyx_layer_settings INTERFACE -fsanitize=fuzzer-no-link)
+endif()
