@@ -236,4 +236,24 @@ namespace VYXPropertyTreeUtils {
 /// The compact text of a tree; empty after a failure, which is written to the log and not reported.
 VYX_EXPORT KORUnicodeString Stringify(const VYXPropertyTree& iTree);
 
+/**
+ * Writes a tree as JSON text that every reader of RFC 8259 accepts, for readers outside the library;
+ * VYXPropertyTree::Stringify keeps its fixed format instead. Parse reads the same tree from it, but for null members.
+ *
+ *     KORUnicodeString text;
+ *     VYXPropertyTreeUtils::StringifyStrict(tree, text, 2);
+ *
+ * Members are in key order. All control characters are escaped; other characters are written as UTF-8. Integers up to
+ * 2^53 are written without an exponent, other Numbers with the fewest digits that read back as the same Number.
+ *
+ * @param iIndent the spaces per level, each member and element on a line of its own; 0, or less, for compact text. More
+ *        than 16 count as 16.
+ * @return S_OK; E_FAIL with a trace for a tree without root, for a Number that is none and for a text or key that is no
+ *         UTF-8. The trace tells its place in the notation of RFC 6901 ("/sizes/3"). oText is untouched then.
+ */
+VYX_EXPORT long StringifyStrict(const VYXPropertyTree& iTree, KORUnicodeString& oText, int iIndent = 0);
+
+/// The same text as a result; empty after a failure, which is written to the log.
+VYX_EXPORT KORUnicodeString StringifyStrict(const VYXPropertyTree& iTree, int iIndent = 0);
+
 }  // namespace VYXPropertyTreeUtils

@@ -1,10 +1,15 @@
 #include "VYXPropertyTree.h"
 
+#include <cmath>
 #include <new>
+#include <stdexcept>
+#include <string>
 #include <utility>
 
 #include "VYXPropertyTree/compact_text.h"
 #include "VYXPropertyTree/member_access.h"
+#include "VYXPropertyTree/number_text.h"
+#include "VYXPropertyTree/strict_text.h"
 #include "VYXPropertyTree/tree_access.h"
 #include "internal/FailureTrace.h"
 
@@ -81,6 +86,27 @@ long VYXPropertyTree::RemoveKey(const KORUnicodeString& iKey) {
   }
   _root->Erase(iKey);
   return S_OK;
+}
+
+long VYXPropertyTreeUtils::StringifyStrict(const VYXPropertyTree& iTree, KORUnicodeString& oText, int iIndent) {
+  return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
+    const json::Object* const root = VYX::Internal::TreeAccess::Root(iTree);
+    if (root == nullptr) {
+      return FailureReturn(VYX_HERE, E_FAIL);
+    }
+    oText = json::StrictText(*root, iIndent);
+    return S_OK;
+  });
+}
+
+KORUnicodeString VYXPropertyTreeUtils::StringifyStrict(const VYXPropertyTree& iTree, int iIndent) {
+  KORUnicodeString text;
+  const long code = StringifyStrict(iTree, text, iIndent);
+  if (code < 0) {
+    VYX::Internal::LogPendingError(code);
+    VYX::Internal::FailureLog(VYX_HERE);
+  }
+  return text;
 }
 
 KORUnicodeString VYXPropertyTreeUtils::Stringify(const VYXPropertyTree& iTree) {

@@ -20,6 +20,9 @@ VYX_EXPORT std::size_t CharacterLength(std::string_view iText, std::size_t iOffs
 /// True when a character begins at the offset; the end of the text counts as one.
 VYX_EXPORT bool IsCharacterBoundary(std::string_view iText, std::size_t iOffset) noexcept;
 
+/// True when the text is UTF-8 throughout, without a byte that belongs to no sequence.
+VYX_EXPORT bool IsWellFormed(std::string_view iText) noexcept;
+
 /// Offset of the first occurrence of iWhat at or after iFrom that covers whole characters, in linear time; npos when
 /// there is none, when iWhat is empty, and when iFrom is beyond the end.
 VYX_EXPORT std::size_t Find(std::string_view iText, std::string_view iWhat, std::size_t iFrom = 0) noexcept;

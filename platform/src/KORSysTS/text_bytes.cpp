@@ -13,6 +13,10 @@ bool IsCharacterBoundary(std::string_view iText, std::size_t iOffset) noexcept {
   return Platform::IsCharacterBoundary(iText, iOffset);
 }
 
+bool IsWellFormed(std::string_view iText) noexcept {
+  return Platform::IsWellFormed(iText);
+}
+
 std::size_t Find(std::string_view iText, std::string_view iWhat, std::size_t iFrom) noexcept {
   if (iWhat.empty() || iFrom > iText.size()) {
     return std::string_view::npos;

@@ -51,6 +51,8 @@ void DoEverythingWith(VYXPropertyTree iTree) {
   KORUnicodeString text;
   ASSERT_EQ(iTree.Stringify(text), S_OK);
   EXPECT_GE(text.GetLengthInByte(), static_cast<std::size_t>(kDepth));
+  ASSERT_EQ(VYXPropertyTreeUtils::StringifyStrict(iTree, text), S_OK);
+  EXPECT_GE(text.GetLengthInByte(), static_cast<std::size_t>(kDepth));
   VYXPropertyTree assigned;
   assigned = copy;
   assigned.SetPropertyTree("copy", copy);

@@ -35,6 +35,15 @@ INSTANTIATE_TEST_SUITE_P(Rows, FindRows,
                                            FindRow{"\u00E9\xA9", "\xA9", 0, 2},
                                            FindRow{"\U0001F600\x9F", "\x9F", 0, 4}));
 
+TEST(TextBytes, WellFormedIsUtf8Throughout) {
+  for (const std::string_view text : {""sv, "a"sv, "\0"sv, "\u00E9\u20AC\U0001F600"sv}) {
+    EXPECT_TRUE(VYX::Text::IsWellFormed(text)) << text;
+  }
+  for (const std::string_view text : {"\xC3", "a\x80", "\xC0\x80", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\u00E9\xFF"}) {
+    EXPECT_FALSE(VYX::Text::IsWellFormed(text)) << text;
+  }
+}
+
 TEST(TextBytes, CharactersAreSequencesOrSingleBytes) {
   constexpr std::string_view kText = "a\u00E9\u20AC\U0001F600\xC3\xF0\x9F\x98";
   constexpr std::size_t kLengths[] = {1, 2, 3, 4, 1, 1, 1, 1};
