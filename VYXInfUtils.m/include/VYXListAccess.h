@@ -46,6 +46,8 @@ class VYX_EXPORT VYXListAccess {
   long GetDouble(std::uint64_t iIndex, double& oValue) const;
   /// Truncates toward zero. Every failure reports the platform's pending error, if there is one, before its trace.
   long GetInteger(std::uint64_t iIndex, std::int64_t& oValue) const;
+  /// Reads a Number that is a whole one and at most 2^53 from zero. Failures report as those of GetInteger.
+  long GetExactInteger(std::uint64_t iIndex, std::int64_t& oValue) const;
   /// Reads a String.
   long GetString(std::uint64_t iIndex, KORUnicodeString& oValue) const;
   /// Replaces the members of oValue by deep copies of an Object's.

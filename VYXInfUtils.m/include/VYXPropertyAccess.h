@@ -50,6 +50,8 @@ class VYX_EXPORT VYXPropertyAccess {
   long GetDouble(const KORUnicodeString& iKey, double& oValue) const;
   /// Truncates toward zero. Every failure reports the platform's pending error, if there is one, before its trace.
   long GetInteger(const KORUnicodeString& iKey, std::int64_t& oValue) const;
+  /// Reads a Number that is a whole one and at most 2^53 from zero. Failures report as those of GetInteger.
+  long GetExactInteger(const KORUnicodeString& iKey, std::int64_t& oValue) const;
   /// Reads a String.
   long GetString(const KORUnicodeString& iKey, KORUnicodeString& oValue) const;
 

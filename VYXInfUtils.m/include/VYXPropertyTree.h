@@ -106,6 +106,11 @@ class VYX_EXPORT VYXPropertyTree {
   /// A Number, truncated toward zero.
   long GetInteger(const KORUnicodeString& iKey, std::int64_t& oValue) const;
 
+  /// A Number that is a whole one and at most 2^53 from zero, so that nothing is cut off or rounded; any other Number
+  /// is a failure, whose trace adds "The number 2.5 is no integer" or "The number 1e+300 is beyond 2^53". SetInteger
+  /// rounds what is beyond 2^53 before it is stored.
+  long GetExactInteger(const KORUnicodeString& iKey, std::int64_t& oValue) const;
+
   /// A String.
   long GetString(const KORUnicodeString& iKey, KORUnicodeString& oValue) const;
 
@@ -125,6 +130,15 @@ class VYX_EXPORT VYXPropertyTree {
   long GetStringList(const KORUnicodeString& iKey, KORListValKORUnicodeString& oValues) const;
   /// Objects, as deep copies.
   long GetPropertyTreeList(const KORUnicodeString& iKey, KORListValVYXPropertyTree& oValues) const;
+
+  // Reading what may be absent: as the operations without "Try", but S_FALSE, without a trace, when the key is absent.
+
+  /// GetInteger for a key that may be absent.
+  long TryGetInteger(const KORUnicodeString& iKey, std::int64_t& oValue) const;
+  /// GetPropertyTree for a key that may be absent.
+  long TryGetPropertyTree(const KORUnicodeString& iKey, VYXPropertyTree& oValue) const;
+  /// GetPropertyTreeList for a key that may be absent.
+  long TryGetPropertyTreeList(const KORUnicodeString& iKey, KORListValVYXPropertyTree& oValues) const;
 
   // Asking.
 

@@ -179,15 +179,7 @@ bool PropertyTreeReceiver::GetBoolean(const KORUnicodeString& iKey, bool& oValue
 }
 
 bool PropertyTreeReceiver::GetInteger(const KORUnicodeString& iKey, std::int64_t& oValue) const {
-  double number = 0;
-  if (!Succeeded(VYX_HERE, _object.GetDouble(iKey, number))) {
-    return false;
-  }
-  if (std::trunc(number) != number || std::fabs(number) > static_cast<double>(kMaxInteger)) {
-    return FailureReturn(VYX_HERE, false, "The number of '", iKey, "' is no integer or beyond 2^53");
-  }
-  oValue = static_cast<std::int64_t>(number);
-  return true;
+  return Succeeded(VYX_HERE, _object.GetExactInteger(iKey, oValue));
 }
 
 bool PropertyTreeReceiver::GetBinary(const KORUnicodeString& iKey, QB::Binary& oContent) const {

@@ -9,6 +9,7 @@
 #include "internal/FailureTrace.h"
 
 using VYX::Internal::CatchAtBoundary;
+using VYX::Internal::ExactInteger;
 using VYX::Internal::FailureReturn;
 using VYX::Internal::LogPendingError;
 using VYX::Internal::SourceSite;
@@ -65,6 +66,11 @@ long VYXListAccess::GetInteger(std::uint64_t iIndex, std::int64_t& oValue) const
   return WithArray(
       VYX_HERE, _value, [&](const json::Array& iArray) { oValue = TruncatedInteger(iArray.At(iIndex).GetNumber()); },
       true);
+}
+
+long VYXListAccess::GetExactInteger(std::uint64_t iIndex, std::int64_t& oValue) const {
+  return WithArray(
+      VYX_HERE, _value, [&](const json::Array& iArray) { oValue = ExactInteger(iArray.At(iIndex).GetNumber()); }, true);
 }
 
 long VYXListAccess::GetString(std::uint64_t iIndex, KORUnicodeString& oValue) const {

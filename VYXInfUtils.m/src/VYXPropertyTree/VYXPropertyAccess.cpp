@@ -19,6 +19,10 @@ long VYXPropertyAccess::GetInteger(const KORUnicodeString& iKey, std::int64_t& o
   return MemberAccess(_value).GetInteger(iKey, oValue);
 }
 
+long VYXPropertyAccess::GetExactInteger(const KORUnicodeString& iKey, std::int64_t& oValue) const {
+  return MemberAccess(_value).GetExactInteger(iKey, oValue);
+}
+
 long VYXPropertyAccess::GetString(const KORUnicodeString& iKey, KORUnicodeString& oValue) const {
   return MemberAccess(_value).GetString(iKey, oValue);
 }

@@ -31,6 +31,17 @@ std::int64_t TruncatedInteger(double iNumber) noexcept {
   return fits ? static_cast<std::int64_t>(iNumber) : INT64_MIN;
 }
 
+std::int64_t ExactInteger(double iNumber) {
+  constexpr double kLargestExact = 9007199254740992.0;  // 2^53
+  const bool isInteger = std::trunc(iNumber) == iNumber && std::isfinite(iNumber);
+  if (isInteger && std::fabs(iNumber) <= kLargestExact) {
+    return static_cast<std::int64_t>(iNumber);
+  }
+  char digits[json::kNumberTextSize];
+  const std::string text(digits, json::WriteNumber(digits, iNumber));
+  throw std::range_error("The number " + text + (isInteger ? " is beyond 2^53" : " is no integer"));
+}
+
 }  // namespace VYX::Internal
 
 VYXPropertyTree::VYXPropertyTree() noexcept : _root(new (std::nothrow) json::Object()) {}

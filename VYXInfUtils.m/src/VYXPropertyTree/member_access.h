@@ -26,6 +26,7 @@ class MemberAccess {
   long GetBoolean(const KORUnicodeString& iKey, bool& oValue) const;
   long GetDouble(const KORUnicodeString& iKey, double& oValue) const;
   long GetInteger(const KORUnicodeString& iKey, std::int64_t& oValue) const;
+  long GetExactInteger(const KORUnicodeString& iKey, std::int64_t& oValue) const;
   long GetString(const KORUnicodeString& iKey, KORUnicodeString& oValue) const;
   long GetPropertyTree(const KORUnicodeString& iKey, VYXPropertyTree& oValue) const;
   long GetBooleanList(const KORUnicodeString& iKey, KORListValvyx_bool& oValues) const;
@@ -33,6 +34,9 @@ class MemberAccess {
   long GetIntegerList(const KORUnicodeString& iKey, KORListValvyx_int64_t& oValues) const;
   long GetStringList(const KORUnicodeString& iKey, KORListValKORUnicodeString& oValues) const;
   long GetPropertyTreeList(const KORUnicodeString& iKey, KORListValVYXPropertyTree& oValues) const;
+  long TryGetInteger(const KORUnicodeString& iKey, std::int64_t& oValue) const;
+  long TryGetPropertyTree(const KORUnicodeString& iKey, VYXPropertyTree& oValue) const;
+  long TryGetPropertyTreeList(const KORUnicodeString& iKey, KORListValVYXPropertyTree& oValues) const;
   long GetKeys(KORListValKORUnicodeString& ioKeys) const;
 
   bool HasKey(const KORUnicodeString& iKey) const;
@@ -70,9 +74,15 @@ class MemberAccess {
   /// The object; json::BadVariantAccess where a view designates something else.
   json::Object& Object() const { return _root != nullptr ? *_root : _designated->GetObject(); }
 
+  /// What an absent key is: a failure, one that reports the pending error as well, or an answer.
+  enum class Absence { Failure, ReportingFailure, Answer };
+  Absence AbsenceOfInteger() const noexcept { return _isView ? Absence::ReportingFailure : Absence::Failure; }
+
   template <class Read>
   long ReadMember(const SourceSite& iSite, const KORUnicodeString& iKey, Read&& iRead,
-                  bool iReportsPending = false) const;
+                  Absence iAbsence = Absence::Failure) const;
+  long ReadTreeList(const SourceSite& iSite, const KORUnicodeString& iKey, KORListValVYXPropertyTree& oValues,
+                    Absence iAbsence) const;
   template <class List, class Append>
   long ReadList(const SourceSite& iSite, const KORUnicodeString& iKey, List& oValues, Append&& iAppend) const;
   template <class Test>

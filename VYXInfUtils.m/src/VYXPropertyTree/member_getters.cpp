@@ -8,17 +8,20 @@
 namespace VYX::Internal {
 
 /// Reads a member into an output; iRead raises an exception, and leaves the output alone, where the value is not what
-/// it needs. A caller that reports pending errors does so at every failure.
+/// it needs.
 template <class Read>
 long MemberAccess::ReadMember(const SourceSite& iSite, const KORUnicodeString& iKey, Read&& iRead,
-                              bool iReportsPending) const {
+                              Absence iAbsence) const {
   return CatchAtBoundary(iSite, E_FAIL, [&]() -> long {
     const json::Value* const value = IsNothing() ? nullptr : Object().Find(iKey);
     if (value != nullptr) {
       iRead(*value);
       return S_OK;
     }
-    if (iReportsPending) {
+    if (iAbsence == Absence::Answer && !IsNothing()) {
+      return S_FALSE;
+    }
+    if (iAbsence == Absence::ReportingFailure) {
       LogPendingError(E_FAIL);
     }
     return IsNothing() ? FailureReturn(iSite, E_FAIL) : FailureReturn(iSite, E_FAIL, "Key '", iKey, "' not found");
@@ -48,7 +51,20 @@ long MemberAccess::GetDouble(const KORUnicodeString& iKey, double& oValue) const
 
 long MemberAccess::GetInteger(const KORUnicodeString& iKey, std::int64_t& oValue) const {
   return ReadMember(
-      VYX_HERE, iKey, [&](const json::Value& iValue) { oValue = TruncatedInteger(iValue.GetNumber()); }, _isView);
+      VYX_HERE, iKey, [&](const json::Value& iValue) { oValue = TruncatedInteger(iValue.GetNumber()); },
+      AbsenceOfInteger());
+}
+
+long MemberAccess::GetExactInteger(const KORUnicodeString& iKey, std::int64_t& oValue) const {
+  return ReadMember(
+      VYX_HERE, iKey, [&](const json::Value& iValue) { oValue = ExactInteger(iValue.GetNumber()); },
+      AbsenceOfInteger());
+}
+
+long MemberAccess::TryGetInteger(const KORUnicodeString& iKey, std::int64_t& oValue) const {
+  return ReadMember(
+      VYX_HERE, iKey, [&](const json::Value& iValue) { oValue = TruncatedInteger(iValue.GetNumber()); },
+      Absence::Answer);
 }
 
 long MemberAccess::GetString(const KORUnicodeString& iKey, KORUnicodeString& oValue) const {
@@ -58,6 +74,12 @@ long MemberAccess::GetString(const KORUnicodeString& iKey, KORUnicodeString& oVa
 long MemberAccess::GetPropertyTree(const KORUnicodeString& iKey, VYXPropertyTree& oValue) const {
   return ReadMember(VYX_HERE, iKey,
                     [&](const json::Value& iValue) { TreeAccess::Replace(oValue, json::Object(iValue.GetObject())); });
+}
+
+long MemberAccess::TryGetPropertyTree(const KORUnicodeString& iKey, VYXPropertyTree& oValue) const {
+  return ReadMember(
+      VYX_HERE, iKey, [&](const json::Value& iValue) { TreeAccess::Replace(oValue, json::Object(iValue.GetObject())); },
+      Absence::Answer);
 }
 
 long MemberAccess::GetBooleanList(const KORUnicodeString& iKey, KORListValvyx_bool& oValues) const {
@@ -77,17 +99,27 @@ long MemberAccess::GetStringList(const KORUnicodeString& iKey, KORListValKORUnic
   return ReadList(VYX_HERE, iKey, oValues, [&](const json::Value& iElement) { oValues.Append(iElement.GetString()); });
 }
 
-long MemberAccess::GetPropertyTreeList(const KORUnicodeString& iKey, KORListValVYXPropertyTree& oValues) const {
+long MemberAccess::ReadTreeList(const SourceSite& iSite, const KORUnicodeString& iKey,
+                                KORListValVYXPropertyTree& oValues, Absence iAbsence) const {
   // The tree that is read may be an element of the list that is emptied: the old elements live until the end.
   KORListValVYXPropertyTree previous;
-  return ReadMember(VYX_HERE, iKey, [&](const json::Value& iValue) {
+  const auto read = [&](const json::Value& iValue) {
     std::swap(previous, oValues);
     for (const json::Value& element : iValue.GetArray()) {
       VYXPropertyTree tree;
       TreeAccess::Replace(tree, json::Object(element.GetObject()));
       oValues.Append(std::move(tree));
     }
-  });
+  };
+  return ReadMember(iSite, iKey, read, iAbsence);
+}
+
+long MemberAccess::GetPropertyTreeList(const KORUnicodeString& iKey, KORListValVYXPropertyTree& oValues) const {
+  return ReadTreeList(VYX_HERE, iKey, oValues, Absence::Failure);
+}
+
+long MemberAccess::TryGetPropertyTreeList(const KORUnicodeString& iKey, KORListValVYXPropertyTree& oValues) const {
+  return ReadTreeList(VYX_HERE, iKey, oValues, Absence::Answer);
 }
 
 long MemberAccess::GetKeys(KORListValKORUnicodeString& ioKeys) const {

@@ -23,4 +23,8 @@ struct TreeAccess {
 /// 64-bit integer holds.
 std::int64_t TruncatedInteger(double iNumber) noexcept;
 
+/// A stored number as the same integer; std::range_error, which tells the number, where it is no integer or beyond
+/// 2^53, so that it may be a rounded one.
+std::int64_t ExactInteger(double iNumber);
+
 }  // namespace VYX::Internal

@@ -19,6 +19,22 @@ long VYXPropertyTree::GetInteger(const KORUnicodeString& iKey, std::int64_t& oVa
   return MemberAccess(_root.get()).GetInteger(iKey, oValue);
 }
 
+long VYXPropertyTree::GetExactInteger(const KORUnicodeString& iKey, std::int64_t& oValue) const {
+  return MemberAccess(_root.get()).GetExactInteger(iKey, oValue);
+}
+
+long VYXPropertyTree::TryGetInteger(const KORUnicodeString& iKey, std::int64_t& oValue) const {
+  return MemberAccess(_root.get()).TryGetInteger(iKey, oValue);
+}
+
+long VYXPropertyTree::TryGetPropertyTree(const KORUnicodeString& iKey, VYXPropertyTree& oValue) const {
+  return MemberAccess(_root.get()).TryGetPropertyTree(iKey, oValue);
+}
+
+long VYXPropertyTree::TryGetPropertyTreeList(const KORUnicodeString& iKey, KORListValVYXPropertyTree& oValues) const {
+  return MemberAccess(_root.get()).TryGetPropertyTreeList(iKey, oValues);
+}
+
 long VYXPropertyTree::GetString(const KORUnicodeString& iKey, KORUnicodeString& oValue) const {
   return MemberAccess(_root.get()).GetString(iKey, oValue);
 }

@@ -98,6 +98,13 @@ std::vector<ElementOperation> ElementOperations() {
          oTouched = value != 99;
          return code;
        }},
+      {json::Kind::Number,
+       [](List iList, std::uint64_t iIndex, bool& oTouched) {
+         std::int64_t value = 99;
+         const long code = iList.GetExactInteger(iIndex, value);
+         oTouched = value != 99;
+         return code;
+       }},
       {json::Kind::String,
        [](List iList, std::uint64_t iIndex, bool& oTouched) {
          KORUnicodeString value("before");

@@ -132,6 +132,10 @@ std::vector<std::function<long(const VYXPropertyAccess&)>> Operations() {
         return iAccess.GetInteger("k", value);
       },
       [](Access iAccess) {
+        std::int64_t value;
+        return iAccess.GetExactInteger("k", value);
+      },
+      [](Access iAccess) {
         KORUnicodeString value;
         return iAccess.GetString("k", value);
       },

@@ -11,6 +11,7 @@
 
 #include "KORSysBase/KORError.h"
 #include "KORSysBase/KORResult.h"
+#include "VYXListAccess.h"
 #include "VYXPropertyAccess.h"
 #include "VYXPropertyTree.h"
 #include "VYXPropertyTreeLists.h"
@@ -119,7 +120,29 @@ std::vector<Read> ListReads() {
   };
 }
 
-void ExpectFailures(const Read& iRead, bool iIsList) {
+/// The reads that take an absent key for an answer.
+std::vector<Read> OptionalReads() {
+  return {
+      {"TryGetInteger",
+       {"number"},
+       [](const VYXPropertyTree& iTree, const char* iKey, bool& oTouched) {
+         std::int64_t value = 99;
+         const long code = iTree.TryGetInteger(iKey, value);
+         oTouched = value != 99;
+         return code;
+       }},
+      {"TryGetPropertyTree",
+       {"object"},
+       [](const VYXPropertyTree& iTree, const char* iKey, bool& oTouched) {
+         VYXPropertyTree value;
+         const long code = iTree.TryGetPropertyTree(iKey, value);
+         oTouched = TextOf(value) != "{}";
+         return code;
+       }},
+  };
+}
+
+void ExpectFailures(const Read& iRead, bool iIsList, bool iMayBeAbsent = false) {
   const VYXPropertyTree tree = Sample();
   bool isTouched = false;
   long code = S_OK;
@@ -137,9 +160,14 @@ void ExpectFailures(const Read& iRead, bool iIsList) {
   }
   SCOPED_TRACE(iRead.name);
   auto lines = LinesOf([&] { code = iRead.read(tree, "absent\xC3\xA9", isTouched); });
-  EXPECT_EQ(code, E_FAIL);
   EXPECT_FALSE(isTouched);
-  EXPECT_THAT(lines, ElementsAre(FailureReturnIn("VYXPropertyTree/"), Detail("Key 'absent\xC3\xA9' not found")));
+  if (iMayBeAbsent) {
+    EXPECT_EQ(code, S_FALSE);
+    EXPECT_THAT(lines, IsEmpty());
+  } else {
+    EXPECT_EQ(code, E_FAIL);
+    EXPECT_THAT(lines, ElementsAre(FailureReturnIn("VYXPropertyTree/"), Detail("Key 'absent\xC3\xA9' not found")));
+  }
   const VYXPropertyTree rootless = RootlessTree();
   lines = LinesOf([&] { code = iRead.read(rootless, "k", isTouched); });
   EXPECT_EQ(code, E_FAIL);
@@ -157,6 +185,36 @@ TEST(Getters, OfListsReadTheirOwnAlternativeOnly) {
   for (const Read& read : ListReads()) {
     ExpectFailures(read, true);
   }
+}
+
+TEST(Getters, OfWhatMayBeAbsentAnswerThatSilently) {
+  for (const Read& read : OptionalReads()) {
+    ExpectFailures(read, false, true);
+  }
+  ExpectFailures({"TryGetPropertyTreeList",
+                  {"objects", "empty"},
+                  ListRead(&VYXPropertyTree::TryGetPropertyTreeList, VYXPropertyTree())},
+                 true, true);
+}
+
+TEST(Getters, OfWhatMayBeAbsentAnswerWhatWasStored) {
+  const VYXPropertyTree tree = Sample();
+  std::int64_t integer = 99;
+  EXPECT_EQ(tree.TryGetInteger("number", integer), S_OK);
+  EXPECT_EQ(integer, -2);
+  VYXPropertyTree object;
+  object.SetBoolean("before", true);
+  EXPECT_EQ(tree.TryGetPropertyTree("object", object), S_OK);
+  EXPECT_EQ(TextOf(object), "{\"x\":1}");
+  KORListValVYXPropertyTree trees;
+  trees.Append(Sample());
+  EXPECT_EQ(tree.TryGetPropertyTreeList("objects", trees), S_OK);
+  ASSERT_EQ(trees.Size(), 2);
+  EXPECT_EQ(TextOf(trees[2]), "{\"y\":2}");
+  KORError::KORSetLastError(E_FAIL, "pending");
+  EXPECT_EQ(tree.TryGetInteger("absent", integer), S_FALSE);
+  EXPECT_NE(KORError::KORGetLastError(E_FAIL, nullptr), nullptr);
+  KORError::KORCleanLastError();
 }
 
 TEST(Getters, AnswerWhatWasStored) {
@@ -212,6 +270,65 @@ TEST(Getters, TruncateIntegers) {
     ASSERT_EQ(list.Size(), 1);
     EXPECT_EQ(list[1], row.integer);
   }
+}
+
+TEST(Getters, OfExactIntegersNeverCutOrRound) {
+  constexpr double k2To53 = 9007199254740992.0;
+  const struct {
+    double number;
+    std::int64_t integer;
+    const char* reason;  // null where the number is one
+  } cases[] = {
+      {0, 0, nullptr},
+      {-0.0, 0, nullptr},
+      {-42, -42, nullptr},
+      {k2To53 - 1, 9007199254740991, nullptr},
+      {k2To53, 9007199254740992, nullptr},
+      {-k2To53, -9007199254740992, nullptr},
+      {k2To53 + 2, 0, "The number 9007199254740994 is beyond 2^53"},
+      {-k2To53 - 2, 0, "The number -9007199254740994 is beyond 2^53"},
+      {1e300, 0, "The number 1.0000000000000001e+300 is beyond 2^53"},
+      {2.5, 0, "The number 2.5 is no integer"},
+      {-1e-300, 0, "The number -1e-300 is no integer"},
+      {std::numeric_limits<double>::infinity(), 0, "The number inf is no integer"},
+      {std::numeric_limits<double>::quiet_NaN(), 0, "The number nan is no integer"},
+  };
+  for (const auto& row : cases) {
+    SCOPED_TRACE(row.number);
+    VYXPropertyTree tree;
+    Put(tree, "k", ArrayOf(json::Value(row.number), ObjectOf({{"n", row.number}})));
+    tree.SetDouble("n", row.number);
+    VYXListAccess list;
+    VYXPropertyAccess object;
+    ASSERT_EQ(tree.GetListAccess("k", list, false), S_OK);
+    ASSERT_EQ(list.GetPropertyAccess(1, object), S_OK);
+    std::int64_t integers[] = {99, 99, 99};
+    const auto lines = LinesOf([&] {
+      EXPECT_EQ(tree.GetExactInteger("n", integers[0]), row.reason == nullptr ? S_OK : E_FAIL);
+      EXPECT_EQ(object.GetExactInteger("n", integers[1]), row.reason == nullptr ? S_OK : E_FAIL);
+      EXPECT_EQ(list.GetExactInteger(0, integers[2]), row.reason == nullptr ? S_OK : E_FAIL);
+    });
+    EXPECT_THAT(integers, testing::Each(row.reason == nullptr ? row.integer : 99));
+    if (row.reason == nullptr) {
+      EXPECT_THAT(lines, IsEmpty());
+    } else {
+      const auto trace = FailureReturnIn("VYXPropertyTree/");
+      const auto detail = Detail(row.reason);
+      EXPECT_THAT(lines, ElementsAre(trace, detail, trace, detail, trace, detail));
+    }
+  }
+}
+
+TEST(Getters, OfExactIntegersReadNumbersOnly) {
+  const VYXPropertyTree tree = Sample();
+  std::int64_t integer = 99;
+  EXPECT_THAT(LinesOf([&] { tree.GetExactInteger("string", integer); }),
+              ElementsAre(FailureReturnIn("VYXPropertyTree/"), Detail("bad variant access")));
+  EXPECT_THAT(LinesOf([&] { tree.GetExactInteger("absent", integer); }),
+              ElementsAre(FailureReturnIn("VYXPropertyTree/"), Detail("Key 'absent' not found")));
+  EXPECT_THAT(LinesOf([&] { RootlessTree().GetExactInteger("k", integer); }),
+              ElementsAre(FailureReturnIn("VYXPropertyTree/")));
+  EXPECT_EQ(integer, 99);
 }
 
 TEST(Getters, RoundIntegersBeyondTheNumbersPrecision) {
