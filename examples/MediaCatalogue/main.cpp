@@ -12,7 +12,9 @@
 #include <exception>
 #include <iostream>
 #include <string>
+#include <vector>
 
+#include "KORSysBase/KORProcess.h"
 #include "arguments.h"
 #include "run.h"
 #include "verify.h"
@@ -27,11 +29,15 @@ int Fail(const std::exception& iError, int iStatus) {
   return iStatus;
 }
 
-int Main(int iCount, const char* const* iValues) {
+int Main(const KORListValKORUnicodeString& iValues) {
   try {
+    std::vector<const char*> values;
+    for (const KORUnicodeString& value : iValues) {
+      values.push_back(value.CastToCharPtr());
+    }
     Arguments arguments;
     std::string problem;
-    if (!ParseArguments(iCount, iValues, arguments, problem)) {
+    if (!ParseArguments(static_cast<int>(values.size()), values.data(), arguments, problem)) {
       std::cerr << "MediaCatalogue: " << problem << "; MediaCatalogue --help tells more\n";
       return kMisused;
     }
@@ -52,5 +58,5 @@ int Main(int iCount, const char* const* iValues) {
 }  // namespace MediaCatalogue
 
 int main(int iCount, char** iValues) {
-  return MediaCatalogue::Main(iCount, iValues);
+  return MediaCatalogue::Main(KORGetProgramArguments(iCount, iValues));
 }

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "support/host.h"
 #include "support/temporary_folder.h"
 
 namespace VYX::Test {
@@ -18,26 +19,18 @@ class Environment {
     for (const auto& [name, value] : iValues) {
       const char* const old = std::getenv(name.c_str());
       _saved[name] = old == nullptr ? std::nullopt : std::optional<std::string>(old);
-      Set(name, value.empty() ? nullptr : value.c_str());
+      SetVariable(name, value.empty() ? nullptr : value.c_str());
     }
   }
   ~Environment() {
     for (const auto& [name, value] : _saved) {
-      Set(name, value ? value->c_str() : nullptr);
+      SetVariable(name, value ? value->c_str() : nullptr);
     }
   }
   Environment(const Environment&) = delete;
   Environment& operator=(const Environment&) = delete;
 
  private:
-  static void Set(const std::string& iName, const char* iValue) {
-    if (iValue == nullptr) {
-      ::unsetenv(iName.c_str());
-    } else {
-      ::setenv(iName.c_str(), iValue, 1);
-    }
-  }
-
   std::map<std::string, std::optional<std::string>> _saved;
 };
 

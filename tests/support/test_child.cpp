@@ -1,51 +1,22 @@
 // What tests of processes start: does what its first argument says.
 
-#include <dirent.h>
-#include <signal.h>
-#include <unistd.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "KORSysBase/KORProcess.h"
 #include "VYXInfSystemUtil.h"
+#include "support/test_child_host.h"
 
+namespace VYX::Test {
 namespace {
 
-[[noreturn]] void WaitForTheEnd() {
-  for (;;) {
-    ::pause();
-  }
-}
-
 // Each argument with the zero behind it.
-int Echo(int iCount, char** iArguments) {
-  for (int index = 0; index < iCount; ++index) {
-    std::fwrite(iArguments[index], 1, std::string_view(iArguments[index]).size() + 1, stdout);
+int Echo(const KORListValKORUnicodeString& iArguments) {
+  for (const KORUnicodeString& argument : iArguments) {
+    std::fwrite(argument.CastToCharPtr(), 1, argument.ToStringView().size() + 1, stdout);
   }
-  return 0;
-}
-
-// The numbers of the open descriptors beyond the standard streams and the listing's own.
-int ListDescriptors() {
-  DIR* const folder = ::opendir("/proc/self/fd");
-  while (const dirent* const entry = ::readdir(folder)) {
-    const int number = std::atoi(entry->d_name);
-    if (number > STDERR_FILENO && number != ::dirfd(folder)) {
-      std::printf("%d\n", number);
-    }
-  }
-  return ::closedir(folder);
-}
-
-// Whether SIGTERM is blocked, and whether SIGPIPE is ignored.
-int TellSignals() {
-  sigset_t blocked;
-  struct sigaction action = {};
-  ::sigprocmask(SIG_BLOCK, nullptr, &blocked);
-  ::sigaction(SIGPIPE, nullptr, &action);
-  std::printf("%d %d\n", ::sigismember(&blocked, SIGTERM), action.sa_handler == SIG_IGN ? 1 : 0);
   return 0;
 }
 
@@ -56,18 +27,25 @@ int TellFolder() {
   return code < 0 ? 1 : 0;
 }
 
-int RunMode(std::string_view iMode, int iNumber) {
+[[noreturn]] void Die() {
+  if (VYXInfSystemUtil::KillProcessFromChild(VYXInfSystemUtil::GetPID()) < 0) {
+    std::_Exit(3);
+  }
+  WaitForTheEnd();
+}
+
+int RunMode(std::string_view iMode, const char* iValue) {
   if (iMode == "exit") {
-    return iNumber;
+    return std::atoi(iValue);
   }
   if (iMode == "signal") {
-    ::raise(iNumber);
+    RaiseFault(std::atoi(iValue));
   }
   if (iMode == "pause") {
     WaitForTheEnd();
   }
   if (iMode == "descriptors") {
-    return ListDescriptors();
+    return TellInherited(std::atoll(iValue));
   }
   if (iMode == "signals") {
     return TellSignals();
@@ -76,15 +54,21 @@ int RunMode(std::string_view iMode, int iNumber) {
     return TellFolder();
   }
   if (iMode == "die") {
-    const bool isStarted = VYXInfSystemUtil::KillProcessFromChild(::getpid()) >= 0;
-    isStarted ? WaitForTheEnd() : std::_Exit(3);
+    Die();
   }
   return 2;
 }
 
+int Main(const KORListValKORUnicodeString& iArguments) {
+  MakeOutputBinary();
+  const int count = iArguments.Size();
+  const std::string_view mode = count > 1 ? iArguments[2].ToStringView() : std::string_view();
+  return mode == "echo" ? Echo(iArguments) : RunMode(mode, count > 2 ? iArguments[3].CastToCharPtr() : "0");
+}
+
 }  // namespace
+}  // namespace VYX::Test
 
 int main(int iCount, char** iArguments) {
-  const std::string_view mode = iCount > 1 ? iArguments[1] : "";
-  return mode == "echo" ? Echo(iCount, iArguments) : RunMode(mode, iCount > 2 ? std::atoi(iArguments[2]) : 0);
+  return VYX::Test::Main(KORGetProgramArguments(iCount, iArguments));
 }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 
+#include "KORSysBase/KORListValKORUnicodeString.h"
 #include "VYXExport.h"
 
 /// The status of a platform function that starts something; 0 is success, anything else a failure.
@@ -34,3 +35,16 @@ enum KORLibStatus : std::int32_t {
  */
 VYX_EXPORT KORLibStatus KORStartProcess(const char* iExecutable, char** iArguments, bool iWait, int* oPid,
                                         int* oExitCode);
+
+/**
+ * The arguments of the running program as texts, its own name first.
+ *
+ * On Windows main gets them in a code page that cannot hold every character; there they are taken from the host, as
+ * the program was started, and what main got is not looked at. Called from main, before its arguments are changed:
+ *
+ *     int main(int iCount, char** iArguments) {
+ *       const KORListValKORUnicodeString arguments = KORGetProgramArguments(iCount, iArguments);
+ *
+ * @param iCount, iArguments what main got.
+ */
+VYX_EXPORT KORListValKORUnicodeString KORGetProgramArguments(int iCount, const char* const* iArguments);

@@ -1,10 +1,12 @@
 #include "KORSysBase/KORProcess.h"
 
 #include <string>
+#include <string_view>
 
 #include "pending_error.h"
 #include "platform/os/native_path.h"
 #include "platform/os/processes.h"
+#include "platform/os/program_arguments.h"
 
 namespace {
 
@@ -44,4 +46,12 @@ KORLibStatus KORStartProcess(const char* iExecutable, char** iArguments, bool iW
     *oExitCode = exitCode;
   }
   return KORLibSuccess;
+}
+
+KORListValKORUnicodeString KORGetProgramArguments(int iCount, const char* const* iArguments) {
+  KORListValKORUnicodeString arguments;
+  for (const std::string& text : Os::ProgramArguments(iCount, iArguments)) {
+    arguments.Append(KORUnicodeString(std::string_view(text)));
+  }
+  return arguments;
 }

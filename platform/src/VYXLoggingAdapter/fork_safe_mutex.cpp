@@ -1,6 +1,5 @@
 #include "platform/src/VYXLoggingAdapter/fork_safe_mutex.h"
 
-#include <mutex>
 #include <type_traits>
 
 #include "platform/os/fork_hooks.h"
@@ -41,7 +40,7 @@ class ForkSafeMutexAccess {
   }
 
  private:
-  Os::Lock _lock;
+  std::mutex _lock;
   ForkSafeMutex* _first = nullptr;
 };
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/os/lock.h"
+#include <mutex>
 
 namespace VYX::Logging {
 
@@ -21,7 +21,7 @@ class ForkSafeMutex {
  private:
   friend class ForkSafeMutexAccess;
 
-  Os::Lock _mutex;
+  std::mutex _mutex;
   ForkSafeMutex* _previous = nullptr;
   ForkSafeMutex* _next = nullptr;
 };

@@ -1,5 +1,4 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <atomic>
 #include <string>
@@ -9,8 +8,8 @@
 #include "KORSysBase/KORResult.h"
 #include "VYXInfLog.h"
 #include "VYXInfSystemUtil.h"
+#include "process_testing.h"
 #include "support/captured_stdout.h"
-#include "support/process_list.h"
 #include "support/temporary_folder.h"
 
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
@@ -27,7 +26,7 @@ namespace {
 using Util = VYXInfSystemUtil;
 
 constexpr int kThreads = 8;
-#if defined(VYX_TEST_IS_SANITIZED)
+#if defined(VYX_TEST_IS_SANITIZED) || defined(VYX_TEST_STARTS_ARE_SLOW)
 constexpr int kStartsPerThread = 25;
 #else
 constexpr int kStartsPerThread = 1250;
@@ -35,16 +34,17 @@ constexpr int kStartsPerThread = 1250;
 
 // Starts programs by turns: waited for, not waited for, missing.
 void StartMany(std::atomic<int>& ioWrong) {
+  const KORListValKORUnicodeString none;
   for (int number = 0; number < kStartsPerThread; ++number) {
     const bool isMissing = number % 50 == 49;
     const bool isWaitedFor = number % 2 == 0;
     int pid = -1;
     int exitCode = -1;
-    KORListValKORUnicodeString none;
-    const KORLibStatus status =
-        Util::StartProcess(isMissing ? "/bin/no_such_program" : "/bin/false", none, isWaitedFor, &pid, &exitCode);
-    const bool isRight = isMissing ? status == KORLibNotStarted && pid == -1
-                                   : status == KORLibSuccess && pid > 1 && exitCode == (isWaitedFor ? 1 : -1);
+    const KORLibStatus status = Util::StartProcess(isMissing ? VYX_TEST_FAILING "_of_none" : VYX_TEST_FAILING, none,
+                                                   isWaitedFor, &pid, &exitCode);
+    const bool isRight =
+        isMissing ? status == KORLibNotStarted && pid == -1
+                  : status == KORLibSuccess && pid > 1 && exitCode == (isWaitedFor ? VYX_TEST_FAILING_CODE : -1);
     ioWrong += isRight ? 0 : 1;
   }
 }
@@ -65,10 +65,10 @@ TEST(ManyProcesses, LeaveNoDeadEntryAndNoDescriptor) {
   std::vector<Util::ProcessInfo> children;
   do {
     children.clear();
-    ASSERT_EQ(Util::GetSubProcesses(children, ::getpid(), "*"), S_OK);
+    ASSERT_EQ(Util::GetSubProcesses(children, OwnProcess(), "*"), S_OK);
   } while (!children.empty());
-  Util::GetSubProcesses(children, ::getpid(), "*");
-  EXPECT_TRUE(HostChildrenOf(::getpid()).empty());
+  Util::GetSubProcesses(children, OwnProcess(), "*");
+  EXPECT_TRUE(HostChildrenOf(OwnProcess()).empty());
   EXPECT_EQ(CountOpenDescriptors(), descriptors);
 }
 
@@ -78,7 +78,7 @@ TEST(ManyProcesses, ListingAndKillingGoOnMeanwhile) {
   std::thread lister([&] {
     while (!isOver) {
       std::vector<Util::ProcessInfo> children;
-      EXPECT_EQ(Util::GetSubProcesses(children, ::getpid(), "*"), S_OK);
+      EXPECT_EQ(Util::GetSubProcesses(children, OwnProcess(), "*"), S_OK);
     }
   });
   for (int count = 0; count < 20; ++count) {

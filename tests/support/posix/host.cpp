@@ -1,20 +1,34 @@
-#pragma once
+#include "support/host.h"
 
 #include <signal.h>
+#include <stdlib.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
-#include <set>
 #include <sstream>
-#include <string>
 
 namespace VYX::Test {
 
-/// The children of a process as /proc tells, those that have ended but were not heard of among them.
-inline std::set<int> HostChildrenOf(int iParent) {
+int OwnProcess() {
+  return ::getpid();
+}
+
+std::string OwnProgram() {
+  return std::filesystem::read_symlink("/proc/self/exe").filename().string();
+}
+
+void SetVariable(const std::string& iName, const char* iValue) {
+  if (iValue == nullptr) {
+    ::unsetenv(iName.c_str());
+  } else {
+    ::setenv(iName.c_str(), iValue, 1);
+  }
+}
+
+std::set<int> HostChildrenOf(int iParent) {
   std::set<int> children;
   for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
     const std::string name = entry.path().filename().string();
@@ -39,11 +53,23 @@ inline std::set<int> HostChildrenOf(int iParent) {
   return children;
 }
 
-/// Waits until a process has ended, without hearing of it: its number stays taken.
-inline void WaitForEnd(int iChild) {
+const int kCodeOfEnded = -SIGKILL;
+
+int WaitForEnd(int iProcess) {
   siginfo_t info = {};
-  while (::waitid(P_PID, static_cast<id_t>(iChild), &info, WEXITED | WNOWAIT) == -1 && errno == EINTR) {
+  while (::waitid(P_PID, static_cast<id_t>(iProcess), &info, WEXITED | WNOWAIT) == -1 && errno == EINTR) {
   }
+  return info.si_code == CLD_EXITED ? info.si_status : -info.si_status;
+}
+
+bool HasEnded(int iProcess) {
+  siginfo_t info = {};
+  return ::waitid(P_PID, static_cast<id_t>(iProcess), &info, WEXITED | WNOWAIT | WNOHANG) == 0 &&
+         info.si_pid == iProcess;
+}
+
+void EndProcess(int iProcess) {
+  ::kill(iProcess, SIGKILL);
 }
 
 }  // namespace VYX::Test
