@@ -9,6 +9,12 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
   # At -O3 these releases see overlapping copies inside std::string that cannot happen (GCC bug 105651, mended in 13).
   target_compile_options(vyx_settings INTERFACE -Wno-restrict)
 endif()
+if(WIN32)
+  # Nothing of the compiler's own has to stand beside the programs and the library. Test programs have more sections
+  # than the usual object format counts.
+  target_link_options(vyx_settings INTERFACE -static)
+  target_compile_options(vyx_settings INTERFACE -Wa,-mbig-obj)
+endif()
 if(VYX_WARNINGS_AS_ERRORS)
   target_compile_options(vyx_settings INTERFACE -Werror)
 endif()

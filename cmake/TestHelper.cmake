@@ -1,6 +1,8 @@
 find_package(GTest CONFIG REQUIRED)
 include(GoogleTest)
 
+set(VYX_TEST_OPTIONS "" CACHE STRING "Compiler options of the test programs alone, such as -O0 to build them sooner")
+
 add_custom_target(vyx_threads_tests)
 
 # vyx_add_test(NAME SOURCES...): one test program that reaches the library's internals as well as its exports.
@@ -10,6 +12,7 @@ function(vyx_add_test iName)
   cmake_parse_arguments(TEST "THREADS" "" "SOURCES" ${ARGN})
   add_executable(${iName} ${TEST_SOURCES})
   target_link_libraries(${iName} PRIVATE vyx_internals vyx_test_support GTest::gmock GTest::gtest_main)
+  target_compile_options(${iName} PRIVATE ${VYX_TEST_OPTIONS})
   # One label a test: gtest_discover_tests takes a list of them apart.
   set(label unit)
   if(TEST_THREADS)

@@ -19,8 +19,8 @@ struct IniEntry {
  * Reads an ini text: "[section]", "name = value", comments from "#" or ";" at the start of a line and from " ;" within
  * one. Space around names and values is dropped; a byte order mark is accepted.
  *
- * @return 0, or the number of the first line that is no ini line or longer than a line may be (198 bytes); oEntries
- * then holds what came before.
+ * @return 0, or the number of the first line that is neither empty nor a section nor a setting, or holds a zero;
+ * oEntries then holds what came before.
  */
 std::size_t ReadIniText(std::string_view iText, std::vector<IniEntry>& oEntries);
 

@@ -12,6 +12,7 @@
 #include "VYXLoggingAdapter/ILogger.h"
 #include "internal/FailureTrace.h"
 #include "platform/os/fork_hooks.h"
+#include "platform/os/lock.h"
 #include "platform/os/output_redirection.h"
 
 namespace VYX::Internal {
@@ -26,12 +27,12 @@ constinit std::atomic<std::uint32_t> gAcceptedLevels{0};
 
 // The process's logging.
 struct DefaultLogger {
-  std::mutex lock;           // the logger lock: one replacement at a time
-  std::mutex referenceLock;  // guards the shared reference below for the moment of a copy
+  Os::Lock lock;           // the logger lock: one replacement at a time
+  Os::Lock referenceLock;  // guards the shared reference below for the moment of a copy
   std::shared_ptr<VYXInfLog> current;
   LoggerMode mode = LoggerMode::None;
   std::atomic<const VYXInfLog*> open{nullptr};  // the newest logger with a back end, until it dies
-  std::mutex exitLock;
+  Os::Lock exitLock;
   qrm::internal::v1::exit_callback::Handle exitHandle;
 };
 

@@ -1,5 +1,6 @@
 #include "platform/src/VYXLoggingAdapter/fork_safe_mutex.h"
 
+#include <mutex>
 #include <type_traits>
 
 #include "platform/os/fork_hooks.h"
@@ -40,7 +41,7 @@ class ForkSafeMutexAccess {
   }
 
  private:
-  std::mutex _lock;
+  Os::Lock _lock;
   ForkSafeMutex* _first = nullptr;
 };
 

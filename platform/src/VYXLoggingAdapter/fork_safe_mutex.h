@@ -1,6 +1,6 @@
 #pragma once
 
-#include <mutex>
+#include "platform/os/lock.h"
 
 namespace VYX::Logging {
 
@@ -21,7 +21,7 @@ class ForkSafeMutex {
  private:
   friend class ForkSafeMutexAccess;
 
-  std::mutex _mutex;
+  Os::Lock _mutex;
   ForkSafeMutex* _previous = nullptr;
   ForkSafeMutex* _next = nullptr;
 };

@@ -105,7 +105,7 @@ bool SettingsFile::Read(const std::string& iPath, std::string& oError) {
 bool SettingsFile::TakeText(const std::string& iText) {
   std::vector<Adapters::IniEntry> entries;
   if (const std::size_t line = Adapters::ReadIniText(iText, entries); line != 0) {
-    return Fail(line, "neither a section nor a setting, or longer than 198 bytes");
+    return Fail(line, "neither a section nor a setting");
   }
   std::vector<SinkSettings> sinks;
   for (Adapters::IniEntry& entry : entries) {
