@@ -2,9 +2,11 @@
 """Plants one violation after another in a small clean tree: each must be found, at its place, and nothing else."""
 
 import pathlib
+import re
 import tempfile
 import unittest
 
+import code_rules
 from check_architecture import check
 
 CLEAN = {
@@ -24,6 +26,7 @@ CLEAN = {
 SOURCE = "VYXInfUtils.m/src/VYXInfThing.cpp"
 HEADER = "VYXInfUtils.m/include/VYXInfThing.h"
 CONTRACT = "platform/os/clock.h"
+COMMON_FUNCTION = "void Run() {\n" + "  Step();\n" * 41 + "}\n"
 LONG_FUNCTION = "void Run() {\n" + "  Step();\n" * 81 + "}\n"
 
 # File, its planted text, and the findings as (rule, path, line).
@@ -58,6 +61,26 @@ PLANTED = [
     (HEADER, "#include <string>\n", ("guard", HEADER, 1)),
     (SOURCE, "int a;\n" * 501, ("file-length", SOURCE, 501)),
     (SOURCE, "\n" + LONG_FUNCTION, ("function-length", SOURCE, 2)),
+    (SOURCE, ("\n" + COMMON_FUNCTION) * 2, ("function-length", "CONTRIBUTING.md", 1)),
+    (SOURCE, "  std::thread worker(Run);\n", ("thread", SOURCE, 1)),
+    ("platform/os/posix/clock.cpp", "  pthread_create(&id, nullptr, Run, nullptr);\n",
+     ("thread", "platform/os/posix/clock.cpp", 1)),
+    (SOURCE, "#include <regex>\n", ("regex", SOURCE, 1)),
+    (SOURCE, "  return std::regex_match(text, kPattern);\n", ("regex", SOURCE, 1)),
+    (SOURCE, "  std::ostringstream text;\n", ("locale", SOURCE, 1)),
+    (SOURCE, "  return std::isspace(letter) != 0;\n", ("locale", SOURCE, 1)),
+    (SOURCE, "thread_local std::string tLast;\n", ("thread-local", SOURCE, 1)),
+    (SOURCE, "  call();  // NOLINT\n", ("suppression", SOURCE, 1)),
+    (SOURCE, "  call();  // NOLINT(bugprone-branch-clone)\n", ("suppression", SOURCE, 1)),
+    (SOURCE, "#pragma GCC diagnostic push\n#pragma GCC diagnostic ignored \"-Wformat\"\n", ("suppression", SOURCE, 2)),
+    (SOURCE, "class VYX_EXPORT Hidden {};\n", ("export", SOURCE, 1)),
+    (SOURCE, "  // Run(1);\n", ("dead-code", SOURCE, 1)),
+    (SOURCE, "  // if (ready) {\n", ("dead-code", SOURCE, 1)),
+    (SOURCE, "  //  count = 1;\n", ("dead-code", SOURCE, 1)),
+    (SOURCE, "void Run(int count);\n", ("parameter", SOURCE, 1)),
+    (SOURCE, "void Run(int iCount,\n         const std::string& name = {});\n", ("parameter", SOURCE, 2)),
+    ("scripts/install-packages", "build=(libzip-dev)\n",
+     ("map", "HACKING.md", 1), ("dependency", "scripts/install-packages", 1)),
     ("docs/page.md", "text\n", ("map", "HACKING.md", 1)),
     ("HACKING.md", CLEAN["HACKING.md"] + "- `gone/` - nothing\n", ("map", "HACKING.md", 1)),
     ("platform/os/README.md", "\n[gone](posix/gone.h)\n", ("link", "platform/os/README.md", 2)),
@@ -70,6 +93,18 @@ INNOCENT = [
     (SOURCE, '// abort() would end the program\nconst char* kText = "printf(";\n'),
     (SOURCE, "#ifdef ERROR\n#undef ERROR\n#endif\n"),
     (SOURCE, "void Run() {\n" + "  Step();\n" * 79 + "}\n"),
+    (SOURCE, COMMON_FUNCTION),
+    (SOURCE, "  return std::thread::hardware_concurrency();  // not std::thread itself\n"),
+    (SOURCE, "thread_local std::uint32_t tCount = 0;\nthread_local const char* tName = nullptr;\n"),
+    (SOURCE, "static_assert(std::is_trivially_destructible_v<Text>);\nconstinit thread_local Text tText{1, 2};\n"),
+    (SOURCE, "  call();  // NOLINT(bugprone-branch-clone): both are wanted\n"),
+    (SOURCE, "// The format is the caller's.\n#pragma GCC diagnostic push\n"
+             "#pragma GCC diagnostic ignored \"-Wformat\"\n"),
+    (SOURCE, "void Run(const std::vector<int>& iTimes, int* oCount, bool ioDone = false);\n"),
+    (SOURCE, "  for (int index = 0; index < 3; ++index) {\n  if (const int found = Find(word & kMask)) {\n"),
+    (SOURCE, "// Run(int count)\n  return static_cast<unsigned char>(first);\n"),
+    (SOURCE, "// Reads term = factor { factor } ;\n// which may be empty; it is closed by }\n"),
+    (HEADER, "#pragma once\nclass VYX_EXPORT Shown {};\n"),
     ("platform/os/posix/clock.cpp", "#if !defined(__linux__)\n#error wrong host\n#endif\n"),
     ("tests/platform/os/CMakeLists.txt", "# A folder that mirrors a mapped one\n"),
     ("tests/VYXInfUtils.m/CMakeLists.txt", "# A folder that mirrors one of sources\n"),
@@ -102,6 +137,13 @@ class ArchitectureTest(unittest.TestCase):
         for path, text in INNOCENT:
             with self.subTest(path=path, text=text[:60]):
                 self.assertEqual(findings_in({**CLEAN, path: text}), [])
+
+    def test_every_rule_is_planted_and_named_in_the_rules_of_the_code_base(self):
+        rules = pathlib.Path(__file__).resolve().parents[2].joinpath("CONTRIBUTING.md").read_text(encoding="utf-8")
+        sources = "".join(path.read_text() for path in pathlib.Path(__file__).parent.glob("*_rules.py"))
+        known = set(re.findall(r'Finding\("([\w-]+)"', sources)) | {rule for rule, _, _ in code_rules.FORBIDDEN}
+        self.assertEqual(known, {finding[0] for _, _, *findings in PLANTED for finding in findings})
+        self.assertEqual([rule for rule in sorted(known) if f"`{rule}`" not in rules], [])
 
     def test_missing_map_is_found(self):
         files = {path: text for path, text in CLEAN.items() if path != "HACKING.md"}

@@ -4,6 +4,7 @@
 import pathlib
 import sys
 
+import code_rules
 import include_rules
 import text_rules
 import tree_rules
@@ -12,6 +13,12 @@ from source_tree import SourceTree
 RULES = [
     include_rules.check_includes,
     include_rules.check_os_conditions,
+    code_rules.check_forbidden,
+    code_rules.check_thread_locals,
+    code_rules.check_suppressions,
+    code_rules.check_exports,
+    code_rules.check_dead_code,
+    code_rules.check_parameters,
     text_rules.check_characters,
     text_rules.check_open_ends,
     text_rules.check_calls,
@@ -20,6 +27,7 @@ RULES = [
     tree_rules.check_map,
     tree_rules.check_links,
     tree_rules.check_build_lists,
+    tree_rules.check_dependencies,
 ]
 
 

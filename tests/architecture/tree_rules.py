@@ -7,6 +7,10 @@ from source_tree import Finding
 
 BUILT = ("VYXInfUtils.m/src/", "platform/", "examples/", "programs/", "tests/", "benchmarks/", "fuzz/")
 MAP = "HACKING.md"
+PACKAGES = "scripts/install-packages"
+NOTICES = "THIRD_PARTY.md"
+# Packages of headers; dpkg-dev is a tool, and so is what the compiler brings for its sanitizers.
+HEADERS = re.compile(r"(?<![\w-])(?!dpkg-dev|libclang-rt)[\w.+-]+-dev(?![\w-])")
 LINK = re.compile(r"\]\((?!\w+:)([^)#\s]+)")
 
 
@@ -63,3 +67,20 @@ def is_listed(tree, file, folder):
     build = tree.by_path.get(posixpath.join(folder, "CMakeLists.txt"))
     relative = posixpath.relpath(file.path, folder or ".")
     return build is not None and re.search(r"(?<![\w./-])" + re.escape(relative) + r"(?![\w.])", build.text) is not None
+
+
+def check_dependencies(tree):
+    """What is linked or included comes from packages that the project installs, and is listed with its licence."""
+    if PACKAGES not in tree.by_path:
+        return
+    script, listed = tree.by_path[PACKAGES], ""
+    if NOTICES in tree.by_path:
+        listed = tree.by_path[NOTICES].text
+    for number, line in enumerate(script.lines, 1):
+        for package in HEADERS.findall(line.partition("#")[0]):
+            if not re.search(rf"(?<![\w-]){re.escape(package)}(?![\w-])", listed):
+                yield Finding("dependency", PACKAGES, number, f"{NOTICES} does not name {package}")
+    for number, line in enumerate(listed.splitlines(), 1):
+        for package in HEADERS.findall(line):
+            if package not in script.text:
+                yield Finding("dependency", NOTICES, number, f"{PACKAGES} does not install {package}")

@@ -3,6 +3,7 @@
 #include <charconv>
 #include <cstdint>
 #include <cstring>
+#include <type_traits>
 
 #include "KORSysBase/KORTime.h"
 #include "platform/src/VYXLoggingAdapter/escape_line.h"
@@ -20,6 +21,7 @@ struct SecondText {
   std::uint32_t length;
   char text[28];
 };
+static_assert(std::is_trivially_destructible_v<SecondText>);
 constinit thread_local SecondText tLastSecond{INT64_MIN, 0, {}};
 
 template <class Integer>

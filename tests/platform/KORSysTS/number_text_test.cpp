@@ -48,6 +48,7 @@ const double kNumbers[] = {0.0,
 
 std::string Printed(double iNumber, const std::string& iFormat) {
   std::vector<char> buffer(70'000);
+// The format is one of the table's, and the compiler cannot see it.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wformat-nonliteral"
   const int length = std::snprintf(buffer.data(), buffer.size(), iFormat.c_str(), iNumber);
