@@ -9,11 +9,19 @@
 /**
  * Owns temporary folders that hold freshly built zip archives, and removes them with everything inside when it dies.
  *
- *     VYXCompressionFileHelper helper;
- *     KORUnicodeString archive;
- *     if (helper.ZipTmpArchive(files, "report.zip", archive) >= 0) {
- *       Send(archive);
- *     }
+ * ```cpp
+ * VYXInfSystemUtil::SaveToFile("notes.txt", "one line", 0);
+ * KORListValKORUnicodeString files;
+ * files.Append("notes.txt");
+ *
+ * VYXCompressionFileHelper helper;
+ * KORUnicodeString archive;
+ * KORListValKORUnicodeString entries;
+ * if (helper.ZipTmpArchive(files, "report.zip", archive) >= 0) {
+ *   VYXInfSystemUtil::BrowseZipArchive(archive, entries);
+ * }
+ * entries;  // "notes.txt"
+ * ```
  *
  * The folders are for their owner's eyes only, and are removed without following a link. A process that is killed
  * leaves them; a forked child leaves its parent's alone. One helper belongs to one thread at a time.

@@ -12,10 +12,27 @@ class VYXPropertyTree;
 /**
  * What VYXPropertyTree::Traverse and VYXPropertyTree::Dispatch call, one operation per member.
  *
- *     class Names : public VYXIPropertyTreeVisitor {
- *      public:
- *       long VisitString(const KORUnicodeString& iKey, const KORUnicodeString& iValue) override;
- *     };
+ * ```cpp
+ * class Names : public VYXIPropertyTreeVisitor {
+ *  public:
+ *   long VisitString(const KORUnicodeString& iKey, const KORUnicodeString& iValue) override {
+ *     std::cout << iKey << " is " << iValue << "\n";
+ *     return S_OK;
+ *   }
+ * };
+ *
+ * VYXPropertyTree tree;
+ * tree.SetString("city", "Oslo");
+ * tree.SetInteger("people", 700000);
+ * Names names;
+ * tree.Traverse(names);
+ * ```
+ *
+ * prints
+ *
+ * ```text
+ * city is Oslo
+ * ```
  *
  * Every operation receives the member's key first; key and value are valid during the call. The operations do nothing
  * and answer S_OK unless overridden, and their answers are not used: only an exception ends a traversal. The visited
@@ -54,7 +71,10 @@ class VYX_EXPORT VYXIPropertyTreeVisitor {
   virtual long VisitBoolean(const KORUnicodeString& iKey, bool iValue);
 
  protected:
+  /// @{
+  /// For derived classes.
   VYXIPropertyTreeVisitor() = default;
   VYXIPropertyTreeVisitor(const VYXIPropertyTreeVisitor&) = default;
   VYXIPropertyTreeVisitor& operator=(const VYXIPropertyTreeVisitor&) = default;
+  /// @}
 };

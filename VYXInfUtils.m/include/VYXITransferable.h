@@ -9,25 +9,35 @@
 #include "VYXExport.h"
 
 /**
+ * @file
  * Typed values that write themselves, field by field under string keys, to a transmitter and read themselves back from
  * a receiver. What lies behind the two (a JSON document, a message, a file) is the business of those who implement
  * them; VYXPropertyTreeTransfer.h has a pair over a property tree.
  *
- *     class Rating final : public VYX::Inf::ITransferable {
- *      public:
- *       static constexpr const char* kType = "Example::Rating";
- *       KORUnicodeString GetType() const override { return kType; }
- *       bool Transfer(VYX::Inf::ITransmitter& ioTransmitter) const override {
- *         return ioTransmitter.PutInteger("stars", _stars);
- *       }
- *       bool Receive(const VYX::Inf::IReceiver& iReceiver) override { return iReceiver.GetInteger("stars", _stars); }
+ * ```cpp
+ * class Rating final : public VYX::Inf::ITransferable {
+ *  public:
+ *   static constexpr const char* kType = "Example::Rating";
+ *   KORUnicodeString GetType() const override { return kType; }
+ *   bool Transfer(VYX::Inf::ITransmitter& ioTransmitter) const override {
+ *     return ioTransmitter.PutInteger("stars", _stars);
+ *   }
+ *   bool Receive(const VYX::Inf::IReceiver& iReceiver) override { return iReceiver.GetInteger("stars", _stars); }
  *
- *      private:
- *       std::int64_t _stars = 0;
- *     };
+ *  private:
+ *   std::int64_t _stars = 0;
+ * };
+ *
+ * Rating rating;
+ * VYXPropertyTree document;
+ * VYX::Inf::PropertyTreeTransmitter::Transmit(rating, document);  // true
+ * std::cout << VYXPropertyTreeUtils::Stringify(document) << "\n";  // {"$type":"Example::Rating","stars":0}
+ * ```
  *
  * The order of the operations of the three interfaces is fixed.
  */
+
+/// Media objects and their transfer.
 namespace VYX::Inf {
 
 class ITransmitter;
@@ -44,11 +54,14 @@ class VYX_EXPORT ITransferable {
   /// The type name of this class. A plain text, so that it may be used before main.
   static constexpr const char* kType = "VYX::Inf::ITransferable";
 
+  /// @{
+  /// For derived classes.
   ITransferable() = default;
   ITransferable(const ITransferable&) = default;
   ITransferable(ITransferable&&) = default;
   ITransferable& operator=(const ITransferable&) = default;
   ITransferable& operator=(ITransferable&&) = default;
+  /// @}
   virtual ~ITransferable();
 
   /// The type name, under which TransferableFactory makes objects of this class.
@@ -68,11 +81,14 @@ class VYX_EXPORT ITransferable {
  */
 class VYX_EXPORT ITransmitter {
  public:
+  /// @{
+  /// For derived classes.
   ITransmitter() = default;
   ITransmitter(const ITransmitter&) = default;
   ITransmitter(ITransmitter&&) = default;
   ITransmitter& operator=(const ITransmitter&) = default;
   ITransmitter& operator=(ITransmitter&&) = default;
+  /// @}
 
   /// Writes a list of objects, each with its type name, in order.
   virtual bool PutTransferables(const KORUnicodeString& iKey,
@@ -105,11 +121,14 @@ class VYX_EXPORT ITransmitter {
  */
 class VYX_EXPORT IReceiver {
  public:
+  /// @{
+  /// For derived classes.
   IReceiver() = default;
   IReceiver(const IReceiver&) = default;
   IReceiver(IReceiver&&) = default;
   IReceiver& operator=(const IReceiver&) = default;
   IReceiver& operator=(IReceiver&&) = default;
+  /// @}
 
   /// Reads a list of objects; each is rebuilt from its type name, as by TransferableFactory::Create(type, receiver).
   virtual bool GetTransferables(const KORUnicodeString& iKey,

@@ -10,6 +10,14 @@ class KORListValVYXInfError;
  * A result code together with a message captured when the error was made: a failure that can be kept, compared,
  * collected and shown.
  *
+ * ```cpp
+ * const VYXInfError error(KORSysZipFile::kEncrypted);
+ * error.GetErrorMessage();  // "Unknown error with code -2147220730"
+ * KORListValVYXInfError errors;
+ * errors.Append(error);
+ * errors.Size();  // 1
+ * ```
+ *
  * One object belongs to one thread at a time. No operation fails.
  */
 class VYX_EXPORT VYXInfError {
@@ -23,8 +31,11 @@ class VYX_EXPORT VYXInfError {
    */
   VYXInfError(long iCode = 0);
 
+  /// @{
+  /// Copies code and message; the pending error is not asked again.
   VYXInfError(const VYXInfError&) = default;
   VYXInfError& operator=(const VYXInfError&) = default;
+  /// @}
   virtual ~VYXInfError();
 
   /// The result code.
@@ -35,6 +46,7 @@ class VYX_EXPORT VYXInfError {
 
   /// 1 when the codes are equal and the messages identical, else 0.
   int operator==(const VYXInfError& iOther) const noexcept;
+  /// 0 when operator== answers 1, else 1.
   int operator!=(const VYXInfError& iOther) const noexcept { return (*this == iOther) ? 0 : 1; }
 
   /// The messages of a list in order, each followed by a line feed; empty for an empty list.

@@ -9,11 +9,17 @@
 /**
  * Owns temporary work folders: it creates them, and removes them with everything inside when it dies.
  *
- *     VYXInfFileHelper helper;
- *     KORUnicodeString folder;
- *     if (helper.CreateTmpDir("Export", folder) >= 0) {
- *       VYXInfSystemUtil::SaveToFile(folder + "list.txt", text, 0);
- *     }
+ * ```cpp
+ * KORUnicodeString folder;
+ * {
+ *   VYXInfFileHelper helper;
+ *   if (helper.CreateTmpDir("Export", folder) >= 0) {
+ *     VYXInfSystemUtil::SaveToFile(folder + "list.txt", "one line", 0);
+ *   }
+ *   VYXInfSystemUtil::DoesFileExist(folder + "list.txt");  // true
+ * }
+ * VYXInfSystemUtil::DoesFileExist(folder);  // false
+ * ```
  *
  * The folders are for their owner's eyes only, and are removed without following a link. A process that is killed
  * leaves them; a forked child leaves its parent's alone. One helper belongs to one thread at a time.

@@ -12,8 +12,14 @@ namespace VYX::Inf {
 /**
  * Bytes that are either held inline or named by a location, a "file" URI from which they are loaded on first use.
  *
- *     const VYX::Inf::LoadableContent content("file:///C:/data/a.bin");
- *     const QB::Binary bytes = content.GetBinary();  // reads the file; the next call does not
+ * ```cpp
+ * VYXInfSystemUtil::SaveToFile("a.txt", "four", 0);
+ * const VYX::Inf::LoadableContent content(KORUnicodeString("file:///a.txt"));
+ * content.GetSize();              // 4
+ * content.GetBinary().GetSize();  // 4
+ * ```
+ *
+ * GetBinary reads the file once; GetSize does not read it.
  *
  * Only locations that begin with "file:///" (in any letter case) are loaded, and the path is what follows those eight
  * characters: "file:///C:/data/a.bin" names "C:/data/a.bin", and "file:///home/a.bin" names "home/a.bin", without a
@@ -40,8 +46,11 @@ class VYX_EXPORT LoadableContent : public ITransferable {
   /// Inline bytes together with a location; the location is loaded only when there are no bytes.
   LoadableContent(const KORUnicodeString& iLocation, const QB::Binary& iContent);
 
+  /// @{
+  /// Copies share the bytes.
   LoadableContent(const LoadableContent&) = default;
   LoadableContent& operator=(const LoadableContent&) = default;
+  /// @}
   ~LoadableContent() override;
 
   /// kType, unless a derived class answers its own.

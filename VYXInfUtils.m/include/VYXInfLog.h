@@ -16,6 +16,11 @@
 #define VYX_HAS_LEVEL_ERROR
 
 /**
+ * @file
+ * The default logger.
+ */
+
+/**
  * Message levels, a lower number being more severe. A value outside the named ones is a legal argument everywhere: it
  * is named "TRACE".
  */
@@ -43,14 +48,20 @@ struct LoggerAccess;
  * A process has one default logger, reached through GetDefaultLogger and never absent: until it is configured it is a
  * console logger at INFO, which writes one line per message to standard output:
  *
- *     2019-03-05_14-07-09; INFO; 4242; 4243; the text
+ * ```cpp
+ * const auto logger = VYXInfLog::GetDefaultLogger();
+ * if (!logger->IsFiltered(INFO)) {
+ *   logger->Log(INFO, "ready");
+ * }
+ * ```
+ *
+ * prints
+ *
+ * ```text
+ * 2019-03-05_14-07-09; INFO; 4242; 4243; ready
+ * ```
  *
  * (local time, level, process id, thread id, text). A logger with a back end hands each message to that instead.
- *
- *     const auto logger = VYXInfLog::GetDefaultLogger();
- *     if (!logger->IsFiltered(INFO)) {
- *       logger->Log(INFO, "ready");
- *     }
  *
  * Loggers are made by the library only. Every operation may be called from several threads at once, before main and
  * while static objects are destroyed.
@@ -60,6 +71,7 @@ class VYX_EXPORT VYXInfLog {
   /// Keeps a log file that was added to a logger open; the file is no longer written when the last reference dies.
   class VYX_EXPORT LogSink {
    public:
+    /// Keeps the back end's handle of the file.
     explicit LogSink(std::shared_ptr<VYX::Logging::ISinkHandle> iHandle);
     ~LogSink();
 
@@ -87,6 +99,8 @@ class VYX_EXPORT VYXInfLog {
    *
    * The log then tells at INFO what was asked for and what is used.
    *
+   * @param iLevel the logger's level.
+   * @param iFile the log file; empty for standard output.
    * @param iAppName used only in the name of a file that VYX_LOG_OUTPUT asks for.
    * @return true when the logger was installed; false when a configured one is in force. True does not mean that the
    * back end could start: where it cannot, the logger writes to the console and says "Failed to initialize logging
@@ -101,6 +115,8 @@ class VYX_EXPORT VYXInfLog {
   /**
    * Adds a log file with its own level to the default logger.
    *
+   * @param iFile the log file.
+   * @param iLevel what is written to it.
    * @return what keeps the file in use; it is written while this is referenced and the logger exists. Empty, after a
    * failure trace, when there is no default logger or it has no back end, and for an empty path or one that cannot be
    * opened.
@@ -112,6 +128,7 @@ class VYX_EXPORT VYXInfLog {
    * (where there is a name), the process's start time, "_", the process id and ".log".
    *
    * @param oName the path; untouched on failure.
+   * @param iAppName the application's name; may be empty.
    * @param iDirectory where the file is to stand; empty for the temporary folder.
    * @return false, after a failure trace, when there is no such folder.
    */

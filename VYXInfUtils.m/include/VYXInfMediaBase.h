@@ -21,9 +21,11 @@ class VYX_EXPORT MediaBase : public ITransferable {
   /// Neither name nor description.
   MediaBase() = default;
 
-  // Copies copy both texts.
+  /// @{
+  /// Copies copy both texts.
   MediaBase(const MediaBase&) = default;
   MediaBase& operator=(const MediaBase&) = default;
+  /// @}
 
  protected:
   ~MediaBase() override;

@@ -14,9 +14,13 @@ namespace VYX::Inf {
 /**
  * A media item that holds other media items, containers among them, in the order in which they were added.
  *
- *     VYX::Inf::MediaContainer album;
- *     album.SetName("Holiday");
- *     album.AddMedia(picture);
+ * ```cpp
+ * VYX::Inf::MediaContainer album;
+ * album.SetName("Holiday");
+ * album.AddMedia(std::make_shared<VYX::Inf::MediaContainer>());
+ * album.GetMediaCount();    // 1
+ * album.GetContentTypes();  // "VYX::Inf::MediaContainer"
+ * ```
  *
  * Items are shared with whoever else holds them and never copied: copies of a container hold the same items. An item is
  * valid when the pointer is not empty and its GetType is not empty. Positions count from 0. Every failure below writes
@@ -31,9 +35,13 @@ class VYX_EXPORT MediaContainer : public MediaBase {
   /// The type name of this class.
   static constexpr const char* kType = "VYX::Inf::MediaContainer";
 
+  /// No items.
   MediaContainer() = default;
+  /// @{
+  /// Copies name and description, and shares the items.
   MediaContainer(const MediaContainer&) = default;
   MediaContainer& operator=(const MediaContainer&) = default;
+  /// @}
   ~MediaContainer() override;
 
   /// kType, unless a derived class answers its own.

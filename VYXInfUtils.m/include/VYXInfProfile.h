@@ -11,14 +11,22 @@
 #include "VYXInfLog.h"
 
 /**
+ * @file
+ * Durations and figures of a run.
+ */
+
+/**
  * Measures the time of a scope: the counter that it was given holds the microseconds between its construction and its
  * destruction. Used by one thread at a time.
  *
- *     std::uint64_t microseconds = 0;
- *     {
- *       const VYXInfScopedMeasurement measurement(microseconds);
- *       Work();
- *     }
+ * ```cpp
+ * std::uint64_t microseconds = 0;
+ * {
+ *   const VYXInfScopedMeasurement measurement(microseconds);
+ *   std::this_thread::sleep_for(std::chrono::milliseconds(2));
+ * }
+ * microseconds >= 2000;  // true
+ * ```
  */
 class VYX_EXPORT VYXInfScopedMeasurement {
  public:
@@ -36,7 +44,9 @@ class VYX_EXPORT VYXInfScopedMeasurement {
 /**
  * Measures the time of a scope and writes it as one line through the default logger when the scope ends:
  *
- *     [PROFILE]  PROFILE:  @ReadFile:<tab><tab>took 0.012345s
+ * ```text
+ * [PROFILE]  PROFILE:  @ReadFile:<tab><tab>took 0.012345s
+ * ```
  *
  * (with a space at the end). The line is composed only when its level is not filtered. Used by one thread at a time.
  */
@@ -74,13 +84,15 @@ class JOStream;
 /**
  * Named measurements of a benchmark, rendered as JSON: durations, memory figures, free values and nested reports.
  *
- *     PerformanceReport report;
- *     {
- *       const VYXInfScopedMeasurement duration = report.AddScopeDurationMeasurement("Load");
- *       Load();
- *     }
- *     report.AddPeakMemoryMeasurement("Peak");
- *     report.DumpToJson();   // {"Load":{"Value":1500,"Unit":"microseconds","HigherIsBetter":false},"Peak":{...}}
+ * ```cpp
+ * PerformanceReport report;
+ * report.AddMeasurement("Files", {12, PerformanceReport::MeasureUnit::Number, true});
+ * std::cout << report.DumpToJson() << "\n";  // {"Files":{"Value":12,"Unit":"number","HigherIsBetter":true}}
+ * {
+ *   const VYXInfScopedMeasurement duration = report.AddScopeDurationMeasurement("Load");
+ * }
+ * report.AddPeakMemoryMeasurement("Peak");
+ * ```
  *
  * A name is given once: what is added under a name that the report holds already is dropped. Entries are never removed.
  * Used by one thread at a time.
@@ -92,16 +104,18 @@ class VYX_EXPORT PerformanceReport {
 
   /// One figure.
   struct Measure {
-    std::uint64_t value;
-    MeasureUnit unit;
+    std::uint64_t value;  ///< the count
+    MeasureUnit unit;     ///< what is counted
     bool higherIsBetter;  ///< how the reader of the report judges a change
   };
 
   /// An empty report.
   PerformanceReport();
+  /// @{
   /// Copies are deep, nested reports included. Assignment drops the former entries, so none may be measuring then.
   PerformanceReport(const PerformanceReport& iOther);
   PerformanceReport& operator=(const PerformanceReport& iOther);
+  /// @}
   ~PerformanceReport();
 
   /// Adds a figure.

@@ -14,9 +14,11 @@
 /**
  * Everyday work on texts: comparing, cutting, joining, replacing, case styles, UTF-8, Base64, digests, escaping.
  *
- *     VYXInfStringUtil::Split("a,,b", ",");                       // "a", "b"
- *     VYXInfStringUtil::ConvertSnakeToCamel("my_variable_NAME");  // "myVariableNAME"
- *     VYXInfStringUtil::EncodeURIComponent("a b");                // "a%20b"
+ * ```cpp
+ * VYXInfStringUtil::Split("a,,b", ",");                       // "a", "b"
+ * VYXInfStringUtil::ConvertSnakeToCamel("my_variable_NAME");  // "myVariableNAME"
+ * VYXInfStringUtil::EncodeURIComponent("a b");                // "a%20b"
+ * ```
  *
  * All functions are static and keep no state. They leave their arguments as they are and give new values; each may be
  * called from any number of threads at once, provided nobody changes an argument meanwhile. Positions and lengths count
@@ -53,7 +55,12 @@ class VYX_EXPORT VYXInfStringUtil {
    * Orders texts by their lower-case forms, code point by code point: a strict weak ordering for containers that
    * disregard letter case.
    *
-   *     std::map<KORUnicodeString, int, VYXInfStringUtil::VYXStringLessIgnoreCase> counts;
+   * ```cpp
+   * std::map<KORUnicodeString, int, VYXInfStringUtil::VYXStringLessIgnoreCase> counts;
+   * counts["Oslo"] += 1;
+   * counts["OSLO"] += 1;
+   * counts.size();  // 1
+   * ```
    */
   struct VYX_EXPORT VYXStringLessIgnoreCase {
     /// True when lower-cased iLeft stands before lower-cased iRight.
@@ -85,12 +92,14 @@ class VYX_EXPORT VYXInfStringUtil {
    *
    * @param iCondition how to compare. Any value without a name writes "Unknown condition." at ERROR, and the answer is
    * false.
+   * @param iCriterion what is looked for.
+   * @param iExamined the text that is looked at.
    */
   static bool StringMatchesByCriterion(CompareStringCondition iCondition, const KORUnicodeString& iCriterion,
                                        const KORUnicodeString& iExamined);
 
-  /// True when none of | ; & $ > < ' " \ ! # stands in the text, which is what makes one dangerous in a command line or
-  /// in markup. The empty text is safe.
+  /// True when none of `| ; & $ > < ' " \ ! #` stands in the text, which is what makes one dangerous in a command line
+  /// or in markup. The empty text is safe.
   static bool IsXssSafe(const KORUnicodeString& iText);
 
   // Cutting and joining.
@@ -134,7 +143,7 @@ class VYX_EXPORT VYXInfStringUtil {
   /// "A".
   static KORUnicodeString Capitalize(const KORUnicodeString& iText);
 
-  /// Puts an underscore before each run of ASCII capitals that goes on with a word, as replacing "\B[A-Z]+" by "_$&"
+  /// Puts an underscore before each run of ASCII capitals that goes on with a word, as replacing `\B[A-Z]+` by `_$&`
   /// does. No letter changes case: "getXMLValue" gives "get_XMLValue", "HTML" gives "H_TML".
   static KORUnicodeString ConvertCamelToSnake(const KORUnicodeString& iText);
 
@@ -150,6 +159,7 @@ class VYX_EXPORT VYXInfStringUtil {
    *
    * The empty text is converted with the line "ConvertToUTF8 returned ZERO bytes. Original string is: " at WARN.
    *
+   * @param iText the text.
    * @param oBuffer receives a new array of *oSize + 1 bytes, of which the last is zero; the caller frees it with
    * `delete[]`.
    * @param oSize receives the number of bytes without that zero.
@@ -173,6 +183,7 @@ class VYX_EXPORT VYXInfStringUtil {
    * Success writes "Encoded <bytes> BYTEs --to-- <characters> Base64 chars." at TRACE, nothing to encode
    * "The content to encode is ZERO Bytes => NOTHING to encode. " at DEBUG.
    *
+   * @param iData the bytes.
    * @param oText receives the Base64 text; empty on failure.
    * @return S_OK; E_INVALIDARG with a failure trace when oText is null; E_FAIL with one when the data of a size is
    * missing; E_FAIL with "The Base64 encoding failed. (input was <bytes> BYTEs) " at ERROR when there is no memory.
@@ -189,6 +200,7 @@ class VYX_EXPORT VYXInfStringUtil {
    * Success writes "Decoded from <characters> Base64 chars --to-- <bytes> BYTEs." at TRACE, nothing to decode
    * "The content to decode is ZERO chars => NOTHING to decode. " at DEBUG.
    *
+   * @param iText the Base64 text.
    * @param oData receives the bytes; empty on failure.
    * @return S_OK; E_INVALIDARG, silently, when oData is null; E_FAIL with
    *         "The Base64 decoding failed. (Base64 input was <characters> chars / " at ERROR for a text that is no
@@ -208,6 +220,8 @@ class VYX_EXPORT VYXInfStringUtil {
    * Of the UTF-8 bytes as many are hashed as the text has characters: all of ASCII text, the leading ones of any other.
    * Stored digests depend on that rule.
    *
+   * @param iText the text.
+   * @param iAlgo the digest's kind.
    * @param oHash receives the digest; untouched on failure.
    * @return S_OK; E_INVALIDARG, silently, for an algorithm without a name; E_FAIL with a failure trace when the
    * platform's digest service fails.
@@ -220,8 +234,7 @@ class VYX_EXPORT VYXInfStringUtil {
   // Escaping.
 
   /// Percent-encodes the UTF-8 bytes of all characters but the unreserved ones of RFC 3986, section 2.3 (letters,
-  /// digits and
-  /// - _ . ~), with upper-case digits.
+  /// digits, hyphen, underscore, full stop and tilde), with upper-case digits.
   static KORUnicodeString EncodeURIComponent(const KORUnicodeString& iText);
 
   /**
@@ -241,7 +254,7 @@ class VYX_EXPORT VYXInfStringUtil {
   static KORUnicodeString EscapeChar(const KORUnicodeString& iText, const KORUnicodeChar& iCharacter,
                                      const KORUnicodeChar& iEscapeCharacter);
 
-  /// The "file" URI (RFC 8089) of a local path: its backslashes become slashes; nothing is percent-encoded. "C:\data"
+  /// The "file" URI (RFC 8089) of a local path: its backslashes become slashes; nothing is percent-encoded. `C:\data`
   /// gives "file:///C:/data", "/home" gives "file:///home", the empty path "file:///".
   static KORUnicodeString URIFromLocalFile(const KORUnicodeString& iPath);
 };

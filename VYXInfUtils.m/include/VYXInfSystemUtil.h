@@ -17,6 +17,15 @@
  * separators, on every host. Codes follow the HRESULT convention: negative is a failure, reported in the log of
  * VYXInfLog as told at each function ("failure trace" is the line "FAILURE RETURN (path:line)" at ERROR). Outputs are
  * written on success only, unless told otherwise. Every function may be called from any thread.
+ *
+ * ```cpp
+ * VYXInfSystemUtil::ConcatenateAsPath({"notes", "today.txt"});  // "notes\\today.txt"
+ * KORUnicodeString text;
+ * if (VYXInfSystemUtil::SaveToFile("today.txt", "one line", VYXInfSystemUtil::ATOMIC) >= 0) {
+ *   VYXInfSystemUtil::ReadFile("today.txt", text);
+ * }
+ * text;  // "one line"
+ * ```
  */
 class VYX_EXPORT VYXInfSystemUtil {
  public:
@@ -25,7 +34,7 @@ class VYX_EXPORT VYXInfSystemUtil {
   // Paths and file names, by their text alone: nothing here touches the disk but GetAbsoluteResourcePath.
 
   /**
-   * Splits a path into folder, name and extension: "C:/a/b.tar.gz" gives "C:\a", "b.tar" and "gz".
+   * Splits a path into folder, name and extension: `C:/a/b.tar.gz` gives `C:\a`, `b.tar` and `gz`.
    *
    * @return S_OK; or the platform's code, with a failure trace, for a path that cannot be split (an empty one).
    */
@@ -62,10 +71,10 @@ class VYX_EXPORT VYXInfSystemUtil {
   static KORUnicodeString ResolvePath(const KORUnicodeString& iPath, bool iWithTrailingSeparator);
 
   /// A folder name under iParentFolder that ends with local time, process id, thread id and a backslash:
-  /// "C:\Temp\Export_2025-03-03_14-05-09_4120_8812\". Creates nothing; two calls of one thread in one second agree.
+  /// `C:\Temp\Export_2025-03-03_14-05-09_4120_8812\`. Creates nothing; two calls of one thread in one second agree.
   static KORUnicodeString CreateUniquePath(KORUnicodeString iName, const KORUnicodeString& iParentFolder);
 
-  /// True when the name holds one of the nine characters \ / : * ? " < > | that no file name may hold.
+  /// True when the name holds one of the nine characters `\ / : * ? " < > |` that no file name may hold.
   static bool DoesFileNameContainIllegalChars(const KORUnicodeString& iFileName);
 
   /// The name without the nine characters.
@@ -78,7 +87,7 @@ class VYX_EXPORT VYXInfSystemUtil {
   static KORUnicodeString ReplaceFileNameIllegalCharsWith(const KORUnicodeString& iFileName,
                                                           const KORUnicodeString& iReplacement);
 
-  /// The static text "\".
+  /// The static text `\`.
   static const char* GetPathSeparator();
 
   /// The text ".exe".
@@ -105,6 +114,7 @@ class VYX_EXPORT VYXInfSystemUtil {
    * A file that shrinks meanwhile yields what was read, one that grows its former size. Files of 4 GiB and more, pipes
    * and devices are refused, folders cannot be opened.
    *
+   * @param iPath the file.
    * @param oContent the content; empty for an empty file.
    * @param iBinary false for the host's text mode, where it has one.
    * @return S_OK; -1 for a file that does not exist (a line at DEBUG); the platform's code when it cannot be opened,
@@ -115,6 +125,7 @@ class VYX_EXPORT VYXInfSystemUtil {
   /**
    * Reads a whole file as UTF-8 text.
    *
+   * @param iPath the file.
    * @param oText the text; empty after a failure and, with S_OK and a line at DEBUG, for bytes that are no UTF-8.
    * @return the codes of the binary form.
    */
@@ -123,6 +134,8 @@ class VYX_EXPORT VYXInfSystemUtil {
   /**
    * Writes bytes to a file; appends, and creates the file as needed, unless the flags say otherwise.
    *
+   * @param iFilePath the file.
+   * @param iContent the bytes.
    * @param iSaveFlag OVERWRITE, ONLY_EXISTENT, ONLY_NEW, ATOMIC or 0.
    * @param iBinary false for text: a zero byte at the end is not written, and a text of no other bytes leaves the
    * single byte zero.
@@ -181,6 +194,7 @@ class VYX_EXPORT VYXInfSystemUtil {
   /**
    * Lists the names in a folder, in the host's order. Everything found is told at TRACE.
    *
+   * @param iDirectory the folder.
    * @param iExtensions endings, letter case aside, of the files wanted (".json"); an empty list wants them all.
    * @param oFolders the sub-folders, links to folders among them; null when not wanted.
    * @return the regular files, links to such among them; empty with a "FAILURE LOG" trace for a folder that cannot be
@@ -202,6 +216,7 @@ class VYX_EXPORT VYXInfSystemUtil {
    * @param iSubFolder relative to each search folder; may be empty.
    * @param iFlags ENUM_FILES, ENUM_FOLDERS or both, ENUM_RECURSIVE, ENUM_RELATIVE.
    * @param iFilter asked with the bare name of each file whether it is wanted; an empty function wants them all.
+   * @return the paths, folders ended by a backslash.
    */
   static std::vector<KORUnicodeString> EnumDirectories(const KORUnicodeString& iSearchPaths,
                                                        const KORUnicodeString& iSubFolder, unsigned int iFlags,
@@ -221,6 +236,7 @@ class VYX_EXPORT VYXInfSystemUtil {
   /**
    * Lists the entries of a zip archive.
    *
+   * @param iZipPath the archive.
    * @param oEntries the names in the order of the archive.
    * @return S_OK; E_FAIL with a failure trace that names the archive when it cannot be opened; the platform's code
    * (KORSysZipFile) with a failure trace when it cannot be listed.
@@ -231,6 +247,8 @@ class VYX_EXPORT VYXInfSystemUtil {
    * Extracts a zip archive below a folder, which is created where it is missing; KORSysZipFile::ExtractAll tells how,
    * and what is refused.
    *
+   * @param iZipPath the archive.
+   * @param iTargetFolder where the entries go.
    * @param oEntries the names in the archive, folders included.
    * @return S_OK, or the platform's code with a failure trace.
    */
@@ -240,6 +258,7 @@ class VYX_EXPORT VYXInfSystemUtil {
   /**
    * Reads one entry of a zip archive, in one piece, into memory of its size. Told at DEBUG and TRACE.
    *
+   * @param iZipPath the archive.
    * @param iEntryName the name as BrowseZipArchive lists it.
    * @param oContent the content; an empty entry leaves it as it was.
    * @param iOption true where names that the archive does not mark are UTF-8, not code page 437.
@@ -273,7 +292,7 @@ class VYX_EXPORT VYXInfSystemUtil {
 
   /// A process.
   struct ProcessInfo {
-    std::int32_t id = 0;
+    std::int32_t id = 0;    ///< the host's number of the process
     KORUnicodeString name;  ///< the program's file name without folder: "app.exe"
   };
 
@@ -302,6 +321,8 @@ class VYX_EXPORT VYXInfSystemUtil {
   /**
    * Appends the running children of a process, in the host's order, to those that oChildren holds. Told at TRACE.
    *
+   * @param oChildren receives the children.
+   * @param iParentPid the process.
    * @param iNamePattern of the program's file name: "*" matches any run of characters, a backslash makes the next one
    * literal.
    * @return S_OK, also where there are none; E_FAIL where the host's processes cannot be listed.

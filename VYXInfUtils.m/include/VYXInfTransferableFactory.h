@@ -12,8 +12,13 @@ namespace VYX::Inf {
 /**
  * Makes transferable objects from their type names: a process-wide registry of creators.
  *
- *     TransferableFactory::Register(Rating::kType, [] { return std::make_unique<Rating>(); });
- *     std::unique_ptr<ITransferable> object = TransferableFactory::Create(Rating::kType, receiver);
+ * ```cpp
+ * using VYX::Inf::MediaContainer;
+ * using VYX::Inf::TransferableFactory;
+ *
+ * TransferableFactory::Register(MediaContainer::kType, [] { return std::make_unique<MediaContainer>(); });
+ * TransferableFactory::Create(MediaContainer::kType)->GetType();  // "VYX::Inf::MediaContainer"
+ * ```
  *
  * Type names are compared with their letter case. The library registers none of its own classes: register every type
  * that is to be rebuilt, and no other, since the names come from documents that others wrote.
@@ -27,8 +32,11 @@ class VYX_EXPORT TransferableFactory {
   /// Makes one object; an empty pointer tells that it could not.
   using Creator = std::function<std::unique_ptr<ITransferable>()>;
 
+  /// @{
+  /// Does nothing: the registry is the process's.
   TransferableFactory& operator=(const TransferableFactory&) = default;
   TransferableFactory& operator=(TransferableFactory&&) = default;
+  /// @}
 
   /**
    * Adds a copy of a creator, which may be empty, to the registry.

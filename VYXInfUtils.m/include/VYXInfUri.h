@@ -10,10 +10,12 @@
 /**
  * A URI in its six components, convertible from and to URI text and local file paths.
  *
- *     VYXInfUri uri("ftp://h:8080/p/q?a=1&b=2#f");
- *     uri.GetPort();         // 8080
- *     uri.GetQuery("b");     // "2"
- *     VYXInfUri::FromLocalPath("C:\\data\\a.txt").GetString();  // "file:///C:/data/a.txt"
+ * ```cpp
+ * VYXInfUri uri("ftp://h:8080/p/q?a=1&b=2#f");
+ * uri.GetPort();      // 8080
+ * uri.GetQuery("b");  // "2"
+ * VYXInfUri::FromLocalPath("C:\\data\\a.txt").GetString();  // "file:///C:/data/a.txt"
+ * ```
  *
  * The split is simple on purpose (it is less than RFC 3986 has): nothing is validated, percent-encoded or
  * percent-decoded, and the authority is not taken apart further than host and port, so that user information stays a
@@ -37,17 +39,20 @@ class VYX_EXPORT VYXInfUri {
    */
   explicit VYXInfUri(const KORUnicodeString& iText);
 
+  /// @{
+  /// A value: copies are independent, and what was moved from may only be assigned to and destroyed.
   VYXInfUri(const VYXInfUri&) = default;
   VYXInfUri(VYXInfUri&&) noexcept = default;
   VYXInfUri& operator=(const VYXInfUri&) = default;
   VYXInfUri& operator=(VYXInfUri&&) noexcept = default;
+  /// @}
   ~VYXInfUri() = default;
 
   /**
    * Splits a text into its components. One that the text does not contain keeps its value: the object is not cleared
    * first.
    *
-   * - The scheme is what stands before the first ":" anywhere in the text ("C:\dir" has the scheme "C").
+   * - The scheme is what stands before the first ":" anywhere in the text (`C:\dir` has the scheme "C").
    * - Behind it, "//" begins the authority, which ends before the first "/", "?" or "#". What follows the first ":" in
    * it is the port, read as an unsigned 32-bit decimal number under the rules of std::stoul (leading white space and a
    *   sign are accepted, what follows the digits is ignored, a minus sign wraps around) and kept as a signed one. An

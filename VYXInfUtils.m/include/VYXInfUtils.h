@@ -1,6 +1,9 @@
 #pragma once
 
-/// Everything that the library exports. A source that needs one class family includes that family's own header.
+/**
+ * @file
+ * Everything that the library exports. A source that needs one class family includes that family's own header.
+ */
 
 #include "VYXCompressionFileHelper.h"
 #include "VYXIPropertyTreeVisitor.h"

@@ -8,8 +8,10 @@
  * Display texts in the user's language, from message catalogs (KORMsgCatalog tells where those are and how the language
  * is chosen).
  *
- *     const VYXInfi18n::LocalizedString kNoSuchFolder("MediaCatalogue", "NoSuchFolder");
- *     std::cout << kNoSuchFolder("/photos") << "\n";  // "There is no folder /photos"
+ * ```cpp
+ * const VYXInfi18n::LocalizedString kNoSuchFolder("MediaCatalogue", "NoSuchFolder");
+ * std::cout << kNoSuchFolder("/photos") << "\n";  // There is no folder /photos
+ * ```
  *
  * All of it may be used from any thread.
  */
@@ -22,6 +24,7 @@ namespace VYXInfi18n {
  * parameter leaves its places in the text.
  *
  * @param iCatalog, iKey the names of catalog and message.
+ * @param iFirst, iSecond, iThird what takes the places.
  * @return the text; empty where catalog or key is unknown. A catalog file that cannot be used is written to the log,
  * with a failure log, and counts as one that does not know the key.
  */
@@ -39,10 +42,13 @@ class VYX_EXPORT LocalizedString {
   /// A message of a catalog; null stands for the empty name.
   LocalizedString(const char* iCatalog, const char* iKey);
 
+  /// @{
+  /// A value: copies are independent, and what was moved from may only be assigned to and destroyed.
   LocalizedString(const LocalizedString&) = default;
   LocalizedString(LocalizedString&&) noexcept = default;
   LocalizedString& operator=(const LocalizedString&) = default;
   LocalizedString& operator=(LocalizedString&&) noexcept = default;
+  /// @}
   ~LocalizedString() = default;
 
   /// The text without parameters: its places stay visible.

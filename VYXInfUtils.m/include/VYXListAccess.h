@@ -18,10 +18,15 @@ class MemberAccess;
 /**
  * A view on an Array inside a VYXPropertyTree, for reading and changing it in place; indexes count from 0.
  *
- *     VYXListAccess sizes;
- *     if (tree.GetListAccess("sizes", sizes, true) >= 0) {
- *       sizes.AddInteger(640);
- *     }
+ * ```cpp
+ * VYXPropertyTree tree;
+ * VYXListAccess sizes;
+ * if (tree.GetListAccess("sizes", sizes, true) >= 0) {
+ *   sizes.AddInteger(640);
+ *   sizes.AddString("auto");
+ * }
+ * std::cout << sizes.Stringify() << "\n";  // [640,"auto"]
+ * ```
  *
  * Elements may be of different kinds. A view owns nothing and copies as a pointer does; VYXPropertyAccess tells how
  * long one is valid.

@@ -23,10 +23,14 @@ class MemberAccess;
 /**
  * A view on an Object inside a VYXPropertyTree, for reading and changing it in place, without copying.
  *
- *     VYXPropertyAccess address;
- *     if (tree.GetPropertyAccess("address", address, true) >= 0) {
- *       address.SetString("city", "Oslo");
- *     }
+ * ```cpp
+ * VYXPropertyTree tree;
+ * VYXPropertyAccess address;
+ * if (tree.GetPropertyAccess("address", address, true) >= 0) {
+ *   address.SetString("city", "Oslo");
+ * }
+ * std::cout << VYXPropertyTreeUtils::Stringify(tree) << "\n";  // {"address":{"city":"Oslo"}}
+ * ```
  *
  * A view owns nothing and copies as a pointer does; a const view still changes what it designates. It stays valid while
  * its value lives: other keys may come and go, and the tree may be moved. It dangles once its member is replaced or

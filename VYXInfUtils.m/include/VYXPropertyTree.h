@@ -26,11 +26,15 @@ struct TreeAccess;
  * The library's data model: a tree of named, typed values in the shape of JSON (RFC 8259), always an object at its
  * root.
  *
- *     VYXPropertyTree tree;
- *     tree.SetString("name", "Holiday");
- *     tree.SetInteger("width", 1920);
- *     KORUnicodeString text;
- *     tree.Stringify(text);  // {"name":"Holiday","width":1920}
+ * ```cpp
+ * VYXPropertyTree tree;
+ * tree.SetString("name", "Holiday");
+ * tree.SetInteger("width", 1920);
+ * KORUnicodeString text;
+ * if (tree.Stringify(text) >= 0) {
+ *   std::cout << text << "\n";  // {"name":"Holiday","width":1920}
+ * }
+ * ```
  *
  * Values. A value is null, a Boolean, a Number, a String, an Array or an Object. There is one kind of Number, the
  * 64-bit floating-point one: an integer is stored as the nearest Number (exact up to 2^53) and read back by truncation
@@ -62,7 +66,9 @@ class VYX_EXPORT VYXPropertyTree {
 
   /// Takes the members over; the other tree is empty afterwards. Views move along.
   VYXPropertyTree(VYXPropertyTree&& ioOther) noexcept;
+  /// Becomes a deep copy; views into this tree dangle.
   VYXPropertyTree& operator=(const VYXPropertyTree& iOther);
+  /// Takes the members over; the other tree is empty afterwards. Views into this tree dangle, the other's move along.
   VYXPropertyTree& operator=(VYXPropertyTree&& ioOther) noexcept;
 
   /// Destroys every member.
@@ -71,6 +77,7 @@ class VYX_EXPORT VYXPropertyTree {
   /// True when the compact texts of the trees are equal: the same members, in whatever order they were set. A tree
   /// without root equals every tree, with a trace.
   bool operator==(const VYXPropertyTree& iOther) const;
+  /// False when operator== answers true, else true.
   bool operator!=(const VYXPropertyTree& iOther) const { return !(*this == iOther); }
 
   // Text.
@@ -213,6 +220,7 @@ class VYX_EXPORT VYXPropertyTree {
   /**
    * Lets a view designate the Object of a key.
    *
+   * @param iKey the member's key.
    * @param oAccess the view, valid until the member is replaced or removed or the tree dies or is assigned to.
    * @param iCreate says whether an empty Object is inserted where the key is absent. A member of another kind is never
    *        replaced: that is a failure.

@@ -8,15 +8,19 @@
 #include "VYXExport.h"
 #include "VYXPropertyTree.h"
 
-// The lists that a property tree exchanges arrays through; those of texts and numbers are the platform's.
-
 /**
- * The value lists of the property tree. All are one pattern, told by KORListVal, for three element types:
+ * @file
+ * The lists that a property tree exchanges arrays through; those of texts and numbers are the platform's. All are one
+ * pattern, told by KORListVal, for three element types:
  *
- *     KORListValvyx_int64_t sizes;
- *     sizes.Append(640);
- *     sizes.Append(480);
- *     tree.SetIntegerList("size", sizes);
+ * ```cpp
+ * KORListValvyx_int64_t sizes;
+ * sizes.Append(640);
+ * sizes.Append(480);
+ * VYXPropertyTree tree;
+ * tree.SetIntegerList("size", sizes);
+ * std::cout << VYXPropertyTreeUtils::Stringify(tree) << "\n";  // {"size":[640,480]}
+ * ```
  *
  * Elements are heap copies that the list owns, at positions counted from 1; a position outside 1 to Size() stops the
  * program. One list belongs to one thread at a time.

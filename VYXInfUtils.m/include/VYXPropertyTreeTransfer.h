@@ -13,19 +13,29 @@
 #include "VYXPropertyTree.h"
 
 /**
+ * @file
  * Transferable objects in property trees, and so in JSON text.
  *
- *     VYXPropertyTree document;
- *     if (VYX::Inf::PropertyTreeTransmitter::Transmit(album, document)) { ... document.Stringify(text) ... }
+ * ```cpp
+ * using VYX::Inf::MediaContainer;
  *
- *     VYX::Inf::TransferableFactory::Register("Example::Picture", [] { return std::make_unique<Picture>(); });
- *     std::unique_ptr<VYX::Inf::ITransferable> album = VYX::Inf::PropertyTreeReceiver::Rebuild(std::move(document));
+ * MediaContainer album;
+ * album.SetName("Holiday");
+ * VYXPropertyTree document;
+ * VYX::Inf::PropertyTreeTransmitter::Transmit(album, document);  // true
+ *
+ * VYX::Inf::TransferableFactory::Register(MediaContainer::kType, [] { return std::make_unique<MediaContainer>(); });
+ * const std::unique_ptr<VYX::Inf::ITransferable> copy = VYX::Inf::PropertyTreeReceiver::Rebuild(document);
+ * dynamic_cast<const MediaContainer&>(*copy).GetName();  // "Holiday"
+ * ```
  *
  * An object is a JSON object: its type name under the key "$type", and a member for each field. A list of objects is an
  * array of such objects, bytes are a text in Base64 (RFC 4648 section 4, with padding):
  *
- *     {"$type":"VYX::Inf::MediaContainer","mediaContainerContent":[{"$type":"Example::Picture","mediaDescription":"",
- *      "mediaName":"Fjord"}],"mediaDescription":"","mediaName":"Holiday"}
+ * ```json
+ * {"$type":"VYX::Inf::MediaContainer","mediaContainerContent":[{"$type":"Example::Picture","mediaDescription":"",
+ *  "mediaName":"Fjord"}],"mediaDescription":"","mediaName":"Holiday"}
+ * ```
  *
  * Objects nest up to 256 levels, which is as deep as JSON text can be parsed again; for media containers that takes
  * less than 256 KiB of stack. An object that several lists share is written once in each. Every failure is written to

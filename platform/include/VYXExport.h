@@ -1,6 +1,14 @@
 #pragma once
 
 /**
+ * @file
+ * What the shared library exports.
+ *
+ * On Windows a program that links the library statically defines VYX_STATIC; nothing else has to be defined.
+ */
+
+/**
+ * @def VYX_EXPORT
  * Marks what the shared library exports; everything else stays hidden inside it. This is the one place that knows how a
  * compiler spells that.
  */

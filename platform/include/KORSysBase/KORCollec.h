@@ -5,6 +5,11 @@
 
 #include "VYXExport.h"
 
+/**
+ * @file
+ * What the lists have in common.
+ */
+
 /// What the platform's collections have in common.
 class KORCollec {
  public:
@@ -23,7 +28,7 @@ namespace VYX::Platform {
  */
 [[noreturn]] VYX_EXPORT void StopAtBadPosition(const char* iCollection, int iPosition, int iSize) noexcept;
 
-/// The 0-based index of a checked 1-based position.
+/// The 0-based index of a checked 1-based position; a position outside 1 to iSize stops the program.
 inline std::size_t CheckedIndex(const char* iCollection, int iPosition, int iSize) noexcept {
   if (iPosition < 1 || iPosition > iSize) {
     StopAtBadPosition(iCollection, iPosition, iSize);

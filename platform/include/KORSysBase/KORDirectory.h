@@ -11,7 +11,22 @@ class FolderReader;
 }
 
 /**
+ * @file
  * Folders: listing, creating, removing.
+ *
+ * ```cpp
+ * KORCreateDirectory("inbox");
+ * KORDirectoryHandle handle;
+ * KORDirectoryEntry entry;
+ * int isAtEnd = 1;
+ * if (KOROpenDirectory("inbox", &handle) >= 0) {
+ *   while (KORReadDirectory(&handle, &entry, &isAtEnd) >= 0 && isAtEnd == 0) {
+ *     std::cout << (entry.name[0] == '.' ? "" : entry.name);
+ *   }
+ *   KORCloseDirectory(&handle);
+ * }
+ * isAtEnd;  // 1
+ * ```
  *
  * Paths take both separators, on every host. Functions that fail leave a pending error that names folder and cause, and
  * touch their outputs on success only. All may be called from any thread; one handle belongs to one thread at a time.
@@ -20,7 +35,9 @@ class FolderReader;
 /// An open folder. A handle that goes away closes its folder.
 class VYX_EXPORT KORDirectoryHandle {
  public:
+  /// A handle without a folder.
   KORDirectoryHandle() noexcept;
+  /// Closes the folder.
   ~KORDirectoryHandle();
   KORDirectoryHandle(const KORDirectoryHandle&) = delete;
   KORDirectoryHandle& operator=(const KORDirectoryHandle&) = delete;
@@ -44,8 +61,8 @@ struct KORDirectoryEntry {
 
 /// What a path stands for.
 struct KORFileInfo {
-  static constexpr unsigned int kFolder = 0x4000;
-  static constexpr unsigned int kRegularFile = 0x8000;
+  static constexpr unsigned int kFolder = 0x4000;       ///< mode of a folder
+  static constexpr unsigned int kRegularFile = 0x8000;  ///< mode of a regular file
 
   unsigned int mode = 0;              ///< kFolder, kRegularFile, or neither for everything else
   std::uint64_t size = 0;             ///< bytes
@@ -54,12 +71,20 @@ struct KORFileInfo {
   std::int64_t lastWriteSeconds = 0;  ///< last write, seconds since 1970-01-01 UTC
 };
 
-/// Opens a folder for listing, links followed. 0 on success, else a negative code.
+/**
+ * Opens a folder for listing, links followed.
+ *
+ * @param iPath the folder.
+ * @param oHandle the open folder; one that was open in it before is closed.
+ * @return 0 on success, else a negative code with a pending error.
+ */
 VYX_EXPORT long KOROpenDirectory(const char* iPath, KORDirectoryHandle* oHandle);
 
 /**
  * Reads the next name, in the host's order, "." and ".." among them.
  *
+ * @param ioHandle an open folder.
+ * @param oEntry the name and what is known about it.
  * @param oEndOfDir 0 for an entry; 1 at the end of the folder, and then the entry is untouched.
  * @return 0 while entries come and at the end, else a negative code.
  */
@@ -68,7 +93,7 @@ VYX_EXPORT long KORReadDirectory(KORDirectoryHandle* ioHandle, KORDirectoryEntry
 /// Closes a folder. 0 on success, else a negative code.
 VYX_EXPORT long KORCloseDirectory(KORDirectoryHandle* ioHandle);
 
-/// What a path stands for, links followed. 0 on success, else a negative code.
+/// What a path stands for, links followed. 0 on success, else a negative code with a pending error.
 VYX_EXPORT long KORGetFileInfo(const char* iPath, KORFileInfo* oInfo);
 
 /// Creates one folder. 0 on success, also where the folder exists; the positive Windows error number on failure.

@@ -3,6 +3,11 @@
 #include "VYXExport.h"
 
 /**
+ * @file
+ * The environment of the process.
+ */
+
+/**
  * The value of an environment variable as narrow text, or null where it is not set or iName is null.
  *
  * The text belongs to the environment and is valid until the variable is changed. May be called from any thread while

@@ -3,7 +3,7 @@
 #include "KORSysTS/KORUnicodeString.h"
 #include "VYXExport.h"
 
-struct IUnknown;
+struct IUnknown;  // a context that callers of old pass; always null
 
 /**
  * The pending error of the calling thread: the code of the platform function that failed last, and a message that names
@@ -11,6 +11,18 @@ struct IUnknown;
  *
  * Every platform function that fails leaves one; who reports it clears it, so that one error is reported once. Each
  * thread has its own.
+ *
+ * ```cpp
+ * const long code = _KORDeleteFile("no such file");
+ * if (code < 0) {
+ *   KORError* const error = KORError::KORGetLastError(code, nullptr);
+ *   std::cout << error->GetMessageText().SubString(0, 13) << "\n";  // Cannot delete
+ *   error->Release();
+ *   KORError::KORCleanLastError();
+ * }
+ * ```
+ *
+ * All operations may be called from any thread.
  */
 class VYX_EXPORT KORError {
  public:

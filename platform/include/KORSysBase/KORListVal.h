@@ -7,6 +7,11 @@
 #include "KORSysBase/KORRawCollPV.h"
 
 /**
+ * @file
+ * The pattern of the library's value lists.
+ */
+
+/**
  * The pattern of the library's value lists: a raw collection of pointers to heap copies that the list owns, positions
  * counted from 1. Every copy of a list copies every element.
  *
@@ -24,10 +29,14 @@ class KORListVal {
   /// An empty list; the hints, a capacity and a growth step, go to the raw collection.
   explicit KORListVal(int iCapacity, int iGrowth = 0) : _elements(iCapacity, iGrowth) {}
 
+  /// Copies of all elements; std::bad_alloc passes.
   KORListVal(const KORListVal& iOther) : _elements(iOther.Size()) { AppendAll(iOther); }
+  /// Takes the elements over, which keep their addresses; the other list is empty afterwards.
   KORListVal(KORListVal&& ioOther) noexcept : _elements(std::move(ioOther._elements)) {}
+  /// Destroys every element, the last one first.
   ~KORListVal() { DeleteAll(); }
 
+  /// Becomes a copy. Where memory runs out, std::bad_alloc passes and the list is as it was.
   KORListVal& operator=(const KORListVal& iOther) {
     if (this != &iOther) {
       KORListVal copy(iOther);
@@ -35,6 +44,7 @@ class KORListVal {
     }
     return *this;
   }
+  /// Destroys the elements and takes those of the other list over, which is empty afterwards.
   KORListVal& operator=(KORListVal&& ioOther) noexcept {
     if (this != &ioOther) {
       DeleteAll();
@@ -51,7 +61,9 @@ class KORListVal {
   /// Number of elements.
   int Size() const noexcept { return _elements.Size(); }
 
+  /// The element at a position of 1 to Size(), to be changed in place.
   T& operator[](int iPosition) noexcept { return *static_cast<T*>(_elements[iPosition]); }
+  /// The element at a position of 1 to Size().
   const T& operator[](int iPosition) const noexcept { return *static_cast<const T*>(_elements[iPosition]); }
 
   /// The first position, from iStart on, whose element equals the value; 0 when there is none.
@@ -85,7 +97,8 @@ class KORListVal {
     _elements.RemoveAll(iHandling);
   }
 
-  /// Copies the elements in order into an array of Size() constructed ones, filling it from its last slot to its first.
+  /// Copies the elements in order into an array of at least Size() constructed ones, which is filled from its last
+  /// slot to its first; what copying an element throws passes.
   void Array(T* oArray) const {
     for (int position = Size(); position >= 1; --position) {
       oArray[position - 1] = (*this)[position];
@@ -107,6 +120,7 @@ class KORListVal {
     }
     return 0;
   }
+  /// 1 when operator!= answers 0, else 0.
   int operator==(const KORListVal& iOther) const { return (*this != iOther) ? 0 : 1; }
 
  private:

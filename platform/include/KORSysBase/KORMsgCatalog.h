@@ -10,8 +10,10 @@
  *
  * A catalog is a set of JSON files (RFC 8259), one per language and one for no language:
  *
- *     <catalog>.<language>.json    MediaCatalogue.fr_CA.json, MediaCatalogue.fr.json
- *     <catalog>.json               what the others do not hold
+ * ```text
+ * <catalog>.<language>.json    MediaCatalogue.fr_CA.json, MediaCatalogue.fr.json
+ * <catalog>.json               what the others do not hold
+ * ```
  *
  * Each holds one object of texts, { "NoSuchFolder": "There is no folder {0}" }, and stands in "resources/msgcatalog"
  * under one of the installation folders, the list in the environment variable KORInstallPath; the first folder that has
@@ -21,6 +23,11 @@
  * one, such as "fr_CA.UTF-8"; the list in LANGUAGE, "fr_CA:en", takes its place. Each is looked up in full ("fr_CA")
  * and by its first part ("fr"), then comes the file for no language; a message is taken from the first file that has
  * it. "C" and "POSIX" know only the file for no language, and so do programs that run with raised privileges.
+ *
+ * ```cpp
+ * const KORUnicodeString folder("/photos");
+ * KORMsgCatalog::BuildMessage("MediaCatalogue", "NoSuchFolder", &folder, 1, "?");  // "There is no folder /photos"
+ * ```
  *
  * All operations may be called from any thread while none changes the environment.
  */
@@ -41,6 +48,7 @@ class VYX_EXPORT KORMsgCatalog {
    * @param oResult null, or S_OK for a message that was found, S_FALSE for one that is unknown, and kUnusableFile where
    * a file of the catalog could not be used; another file may have given the message all the same. kUnusableFile leaves
    * a pending error that names file and cause.
+   * @return the text with its parameters.
    */
   static KORUnicodeString BuildMessage(const KORString& iCatalog, const KORString& iKey,
                                        const KORUnicodeString* iParameters, int iParameterCount,

@@ -4,15 +4,25 @@
 #include "VYXExport.h"
 
 /**
- * Paths. Both separators, "\" and "/", are understood on every host. All functions may be called from any thread.
+ * @file
+ * Paths. Both separators, `\` and `/`, are understood on every host. All functions may be called from any thread.
+ *
+ * ```cpp
+ * const KORUnicodeString path("C:\\photos/fjord.jpg");
+ * KORUnicodeString folder;
+ * KORUnicodeString name;
+ * KORSplitPathEx(&path, &folder, &name);
+ * folder;  // "C:\\photos"
+ * name;    // "fjord.jpg"
+ * ```
  */
 
 /**
  * Splits a path behind its last separator into folder and file name, by its text alone.
  *
- * The separator between the two belongs to neither, unless the folder is a root: "C:\a\b" gives "C:\a" and "b", "C:\a"
- * gives "C:\" and "a", "\a" gives "\" and "a". A path that ends in a separator has an empty file name; one without a
- * separator an empty folder, or its drive ("C:a" gives "C:" and "a"). The folder "\\server\share" of a network path is
+ * The separator between the two belongs to neither, unless the folder is a root: `C:\a\b` gives `C:\a` and `b`, `C:\a`
+ * gives `C:\` and `a`, `\a` gives `\` and `a`. A path that ends in a separator has an empty file name; one without a
+ * separator an empty folder, or its drive (`C:a` gives `C:` and `a`). The folder `\\server\share` of a network path is
  * a root as well.
  *
  * @param iPath the path; may be the object of an output.
@@ -37,6 +47,8 @@ VYX_EXPORT KORUnicodeString KORFindPath(const char* iRelativePath, const char* i
  *
  * Backslashes become slashes where the host separates by slashes. Whether the path exists is not asked.
  *
+ * @param iPath the path in either spelling.
+ * @param oNativePath the same path as the host spells it.
  * @return S_OK, or a negative code and a pending error for a text with a zero byte inside and, where the host has no
  * drives, for a drive prefix (0x80070003, path not found); the output is then untouched.
  */

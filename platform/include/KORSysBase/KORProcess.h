@@ -5,11 +5,16 @@
 #include "KORSysBase/KORListValKORUnicodeString.h"
 #include "VYXExport.h"
 
+/**
+ * @file
+ * Starting programs. VYXInfSystemUtil::StartProcess is the form with lists and traces.
+ */
+
 /// The status of a platform function that starts something; 0 is success, anything else a failure.
 enum KORLibStatus : std::int32_t {
   KORLibNotStarted = -1,  ///< nothing was started
-  KORLibSuccess = 0,
-  KORLibEndUnknown = 1  ///< it was started and has ended, but how is not known
+  KORLibSuccess = 0,      ///< what was asked for is done
+  KORLibEndUnknown = 1    ///< it was started and has ended, but how is not known
 };
 
 /**

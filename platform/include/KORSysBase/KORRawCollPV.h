@@ -18,12 +18,15 @@ class VYX_EXPORT KORRawCollPV {
   /// An empty list with room for iCapacity pointers; the second hint, a growth step, is accepted and not needed.
   explicit KORRawCollPV(int iCapacity, int iGrowth = 0);
 
+  /// Appends a pointer, which may be null. Where memory runs out, std::bad_alloc passes and the list is as it was.
   void Append(void* iPointer) { _pointers.push_back(iPointer); }
 
   /// Number of pointers.
   int Size() const noexcept { return static_cast<int>(_pointers.size()); }
 
+  /// The pointer at a position of 1 to Size(), to be changed in place.
   void*& operator[](int iPosition) noexcept { return _pointers[Index(iPosition)]; }
+  /// The pointer at a position of 1 to Size().
   void* operator[](int iPosition) const noexcept { return _pointers[Index(iPosition)]; }
 
   /// Removes the entry at a position; later ones move up by one.

@@ -6,7 +6,7 @@
 #include "VYXExport.h"
 
 /**
- * A growable list of `double`, positions counted from 1.
+ * A growable list of `double`, positions counted from 1: how the property tree hands out arrays of numbers.
  *
  * A position outside 1 to Size() stops the program. One object belongs to one thread at a time.
  */
@@ -18,20 +18,26 @@ class VYX_EXPORT KORRawColldouble {
   /// An empty list with room for iCapacity numbers.
   explicit KORRawColldouble(int iCapacity);
 
+  /// Appends a number. Where memory runs out, std::bad_alloc passes and the list is as it was.
   void Append(double iValue) { _values.push_back(iValue); }
 
   /// Number of elements.
   int Size() const noexcept { return static_cast<int>(_values.size()); }
 
+  /// The number at a position of 1 to Size().
   double operator[](int iPosition) const noexcept { return _values[Index(iPosition)]; }
+  /// The number at a position of 1 to Size(), to be changed in place.
   double& operator[](int iPosition) noexcept { return _values[Index(iPosition)]; }
 
   /// Removes every element and keeps or releases the storage.
   void RemoveAll(KORCollec::MemoryHandling iHandling = KORCollec::MemoryHandling::ReleaseMemory);
 
+  /// True for equal numbers in the same order; a not-a-number equals nothing.
   bool operator==(const KORRawColldouble& iOther) const = default;
 
-  // For range-based loops and the standard algorithms.
+  /// @{
+  /// For range-based loops and the standard algorithms; iterators count from 0, as everywhere, and end with the next
+  /// change of the list.
   using value_type = double;
   using reference = double&;
   using const_reference = const double&;
@@ -41,6 +47,7 @@ class VYX_EXPORT KORRawColldouble {
   const_iterator end() const noexcept { return _values.end(); }
   iterator begin() noexcept { return _values.begin(); }
   iterator end() noexcept { return _values.end(); }
+  /// @}
 
  private:
   std::size_t Index(int iPosition) const noexcept {

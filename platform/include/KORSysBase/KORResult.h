@@ -3,11 +3,21 @@
 #include <cstdint>
 
 /**
+ * @file
  * Result codes: signed 32-bit values in the HRESULT convention, carried in a `long`.
  *
  * A code is a success when it is zero or positive and a failure when it is negative; test the sign, never equality.
  * Where `long` has 64 bits the codes are sign-extended. The header may stand before or after one that defines the same
  * names as macros.
+ *
+ * The platform answers failures of the host as 0x8007xxxx with the Windows error number in the lower half, on every
+ * host: file not found 2, path not found 3, access denied 5, out of memory 14, disk full 112, already exists 183. Zip
+ * archives have codes of their own (KORSysZipFile).
+ *
+ * ```cpp
+ * _KORDeleteFile("no such file") == VYX::ResultCode(0x80070002U);  // true
+ * VYX::ResultCode(0x80004005U) == E_FAIL;                          // true
+ * ```
  */
 namespace VYX {
 

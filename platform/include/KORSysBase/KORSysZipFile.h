@@ -11,6 +11,11 @@ namespace VYX::Platform {
 struct ZipSession;
 }
 
+/**
+ * @file
+ * Zip archives.
+ */
+
 /// What an archive is opened for.
 enum class KORSysZipOpenMode : std::int32_t {
   Create = 1,  ///< writing a new archive
@@ -29,7 +34,7 @@ struct KORSysZipEntryInfo {
 /// What is read of an archive at most. What an archive says and what really comes out of it are both held against this,
 /// so that a small archive cannot fill memory or disk.
 struct KORSysZipLimits {
-  std::uint64_t maxEntries = 1'000'000;
+  std::uint64_t maxEntries = 1'000'000;                  ///< entries of one archive
   std::uint64_t maxTotalSize = std::uint64_t{4} << 30U;  ///< bytes that come out of one archive
   std::uint64_t maxRatio = 200;                          ///< bytes that come out per byte that goes in
   std::uint64_t freeSize = std::uint64_t{16} << 20U;     ///< bytes that may come out before the ratio counts
@@ -46,10 +51,24 @@ struct KORSysZipLimits {
 /**
  * A zip archive: listing, extracting, reading single entries, creating.
  *
- *     KORSysZipFile zip(0);
- *     if (zip.OpenZip("work\\results.zip", KORSysZipOpenMode::Browse, 0) >= 0) {
- *       zip.ExtractAll("work\\results", KORSysZipFile::kUtf8Names, nullptr);
- *     }
+ * ```cpp
+ * VYXInfSystemUtil::SaveToFile("list.txt", "one line", 0);
+ * const KORUnicodeString file("list.txt");
+ *
+ * KORSysZipFile writer;
+ * if (writer.OpenZip("results.zip", KORSysZipOpenMode::Create, 0) >= 0) {
+ *   writer.AddFile(&file, 1, 0, nullptr, 0);
+ *   writer.Close(0) >= 0;  // true
+ * }
+ *
+ * KORSysZipFile reader;
+ * unsigned int count = 0;
+ * if (reader.OpenZip("results.zip", KORSysZipOpenMode::Browse, 0) >= 0) {
+ *   reader.ExtractAll("results", KORSysZipFile::kUtf8Names, &count);
+ * }
+ * count;                                                // 1
+ * VYXInfSystemUtil::DoesFileExist("results/list.txt");  // true
+ * ```
  *
  * Read are stored and deflated entries, zip64, data descriptors, and names in UTF-8 or code page 437; an archive has to
  * begin with its first byte and end with its last (PKWARE's APPNOTE.TXT describes the format). Written are deflated
@@ -105,7 +124,10 @@ class VYX_EXPORT KORSysZipFile {
    * A new archive is written beside its final name and gets that name in Close; an archive that has the name already
    * stays untouched until then.
    *
+   * @param iPath the archive.
+   * @param iMode what it is opened for.
    * @param iOptions 0 or kUtf8Names.
+   * @return S_OK, or a negative code with a pending error.
    */
   long OpenZip(const KORUnicodeString& iPath, KORSysZipOpenMode iMode, int iOptions);
 
@@ -115,6 +137,7 @@ class VYX_EXPORT KORSysZipFile {
    * @param oNames a new array, to be released with `delete[]`; so are the optional ones.
    * @param oCount number of entries.
    * @param oSizes, oCompressedSizes, oChecksums sizes in bytes before and after compression, and CRC-32.
+   * @return S_OK, or a negative code with a pending error.
    */
   long BrowseZip(KORUnicodeString** oNames, unsigned int* oCount, std::uint64_t** oSizes = nullptr,
                  std::uint64_t** oCompressedSizes = nullptr, std::uint32_t** oChecksums = nullptr);
@@ -127,8 +150,10 @@ class VYX_EXPORT KORSysZipFile {
    * moving leaves the target as it was; a failure while moving removes what is new, but a file that was replaced stays
    * the new, whole one.
    *
+   * @param iTargetFolder where the entries go.
    * @param iOptions 0 or kUtf8Names, which holds for BrowseZip and OpenFileInZip from then on.
    * @param oCount number of entries extracted; may be null.
+   * @return S_OK, or a negative code with a pending error that names the entry.
    */
   long ExtractAll(const KORUnicodeString& iTargetFolder, unsigned long iOptions, unsigned int* oCount);
 
@@ -143,7 +168,11 @@ class VYX_EXPORT KORSysZipFile {
    *
    * The content is verified before the read that reaches its end succeeds; on failure the buffer may have been written.
    *
+   * @param oBuffer room for iSize bytes.
+   * @param iSize number of bytes wanted.
    * @param oRead number of bytes, less than iSize at the end of the entry only.
+   * @return S_OK, or a negative code with a pending error: kWrongChecksum or kDamaged for content that is not what the
+   * archive promised.
    */
   long ReadBufferInZip(char* oBuffer, std::uint64_t iSize, std::uint64_t* oRead);
 
@@ -156,8 +185,10 @@ class VYX_EXPORT KORSysZipFile {
    * @param iFile the file.
    * @param iBaseFolder the folder to whose content the stored name is relative; null or empty to store the bare file
    * name.
-   * @param iMethod 1, compressed; iOptions, iReserved are 0.
-   * @return kDuplicateEntry for a second file of the same stored name, E_INVALIDARG for a file outside the base folder.
+   * @param iMethod 1, compressed.
+   * @param iOptions, iReserved 0.
+   * @return S_OK; kDuplicateEntry for a second file of the same stored name, E_INVALIDARG for a file outside the base
+   * folder.
    */
   long AddFile(const KORUnicodeString* iFile, int iMethod, int iOptions, const KORUnicodeString* iBaseFolder,
                int iReserved);

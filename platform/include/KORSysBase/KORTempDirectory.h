@@ -4,6 +4,11 @@
 #include "VYXExport.h"
 
 /**
+ * @file
+ * The folder for temporary files.
+ */
+
+/**
  * The folder for temporary files: what the environment variable TMPDIR names, where that is the absolute path of a
  * folder that may be written; else the host's own folder for that, where it may be written.
  *

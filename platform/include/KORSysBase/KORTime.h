@@ -5,6 +5,11 @@
 #include "KORSysTS/KORUnicodeString.h"
 #include "VYXExport.h"
 
+/**
+ * @file
+ * Moments and their texts.
+ */
+
 /// The time zone in which KORTime shows a moment.
 enum class KORTz : std::int32_t {
   Local = 0,  ///< the host's time zone
@@ -13,6 +18,10 @@ enum class KORTz : std::int32_t {
 
 /**
  * A moment, kept to the nanosecond, and its text.
+ *
+ * ```cpp
+ * KORTime(86400).ConvertToString("%Y-%m-%d %H:%M:%S", KORTz::Utc);  // "1970-01-02 00:00:00"
+ * ```
  *
  * A value of 16 bytes; may be used from any thread.
  */
@@ -28,7 +37,9 @@ class VYX_EXPORT KORTime {
   /// The present moment.
   static KORTime GetCurrentLocalTime() noexcept;
 
+  /// Whole seconds since 1970-01-01 00:00:00 UTC, negative before.
   constexpr std::int64_t GetUnixSeconds() const noexcept { return _seconds; }
+  /// What is beyond the whole seconds, in nanoseconds.
   constexpr std::int32_t GetNanoseconds() const noexcept { return _nanoseconds; }
 
   /**
@@ -38,6 +49,7 @@ class VYX_EXPORT KORTime {
    */
   KORUnicodeString ConvertToString(const KORUnicodeString& iFormat, KORTz iZone = KORTz::Local) const;
 
+  /// True for the same moment to the nanosecond.
   constexpr bool operator==(const KORTime&) const noexcept = default;
 
  private:

@@ -7,7 +7,7 @@
 
 /**
  * A universally unique identifier (RFC 4122, version 4): 122 bits from the host's source of random numbers. A value; it
- * may be made and read by any thread.
+ * may be made and read by any thread. VYXInfSystemUtil::GetUUIDString gives the text of a new one in one call.
  */
 class VYX_EXPORT KORUuid {
  public:
@@ -29,6 +29,7 @@ class VYX_EXPORT KORUuid {
    */
   void UUID_to_chaine(char* oText, unsigned int iForm) const noexcept;
 
+  /// True for the same 128 bits.
   bool operator==(const KORUuid& iOther) const noexcept = default;
 
  private:

@@ -2,11 +2,13 @@
 
 #include "VYXExport.h"
 
+/// Of use to the library alone; exported because it is part of the platform types.
 namespace qrm::internal::v1 {
 
 /// Callbacks that run when the process ends normally.
 class VYX_EXPORT exit_callback {
  public:
+  /// What runs when the process ends; it must not throw.
   using Callback = void (*)();
 
   /// Installs a callback with the run-time's at-exit list and answers 0 on success.
@@ -15,6 +17,7 @@ class VYX_EXPORT exit_callback {
   /// Says whether its callback is registered.
   class Handle {
    public:
+    /// True once the callback is registered.
     explicit operator bool() const noexcept { return _isSet; }
 
    private:

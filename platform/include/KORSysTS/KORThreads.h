@@ -4,7 +4,14 @@
 
 #include "VYXExport.h"
 
-/// The platform's view of threads. Every operation may be called from any thread.
+/**
+ * The platform's view of threads. Nothing here fails, and every operation may be called from any thread.
+ *
+ * ```cpp
+ * const KORThreads::ThreadId* const main = KORThreads::GetMainThread();
+ * KORThreads::CompareThreadId(*main, KORThreads::GetCurrentThreadId());  // 1
+ * ```
+ */
 class VYX_EXPORT KORThreads {
  public:
   /// The platform's number of a thread; 0 is no thread.

@@ -12,12 +12,14 @@
  * Standard) is a character of its own. It differs from every code point, and appending it to a text writes the same
  * byte again, so that no text changes by being taken apart and put together.
  *
- * Example:
- *
- *     const KORUnicodeChar first = text[0];
- *     if (first.IsAscii() && first == 'a') {
- *       text += first;
- *     }
+ * ```cpp
+ * KORUnicodeString text("ab");
+ * const KORUnicodeChar first = text[0];
+ * if (first.IsAscii() && first == 'a') {
+ *   text += first;
+ * }
+ * text;  // "aba"
+ * ```
  *
  * A value of 4 bytes without ownership; safe to use from any thread.
  */
@@ -58,7 +60,7 @@ class VYX_EXPORT KORUnicodeChar {
   constexpr bool operator==(const KORUnicodeChar& iOther) const noexcept { return _value == iOther._value; }
   /// Equal to the character made of a narrow one.
   constexpr bool operator==(char iOther) const noexcept { return _value == FromNarrow(iOther); }
-  /// Equal to a code point, as in `text[0] == U'\u20AC'`; false for a byte.
+  /// Equal to a code point, as in `text[0] == U'a'`; false for a byte.
   constexpr bool operator==(char32_t iCodePoint) const noexcept { return _value == iCodePoint && !IsByte(); }
 
   /// Writes the UTF-8 bytes of the character.

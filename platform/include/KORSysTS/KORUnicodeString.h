@@ -31,12 +31,15 @@ class StringView;
  * - Order and equality compare bytes, which is the order of code points. Letter case follows Unicode's simple mappings
  *   (utf8proc), never the locale.
  *
- * Example:
- *
- *     KORUnicodeString path = folder + "/" + name;
- *     if (path.WildMatch("*.txt", '*', '\\') == 1) {
- *       path.ReplaceAll("\\", "/").ToLower();
- *     }
+ * ```cpp
+ * const KORUnicodeString folder("C:\\Notes");
+ * KORUnicodeString path = folder + "/" + "Today.txt";
+ * if (path.WildMatch("*.txt", '*', '\\') == 1) {
+ *   path.ReplaceAll("\\", "/").ToLower();
+ * }
+ * path;                           // "c:/notes/today.txt"
+ * path.SearchSubString("notes");  // 3
+ * ```
  *
  * What has to allocate throws std::bad_alloc when there is no memory left; the text is then as it was. Arguments may be
  * the text itself or a part of it. Pointers and views into a text end with its next change.
@@ -90,8 +93,9 @@ class VYX_EXPORT KORUnicodeString {
     }
     return *this;
   }
-  /// Becomes a copy of a zero-terminated text, empty for null, or of the bytes of a view.
+  /// Becomes a copy of a zero-terminated text, empty for null.
   KORUnicodeString& operator=(const char* iText) { return Assign(AsView(iText)); }
+  /// Becomes a copy of the bytes of a view.
   KORUnicodeString& operator=(std::string_view iText) { return Assign(iText); }
 
   /// Makes the text empty and gives its memory back.
@@ -169,8 +173,7 @@ class VYX_EXPORT KORUnicodeString {
   /// Beyond 2^31 - 1 characters the answer stays 2^31 - 1.
   int GetLengthInChar() const noexcept;
 
-  /// Number of UTF-8 bytes.
-  /// Always at hand, without counting.
+  /// Number of UTF-8 bytes, always at hand without counting.
   std::size_t GetLengthInByte() const noexcept { return ByteCount(); }
 
   /// True for a text of no bytes, which is a text of no characters.
@@ -205,21 +208,25 @@ class VYX_EXPORT KORUnicodeString {
   /// Inserts iText before a position; the text's length is the end. A position outside changes nothing.
   KORUnicodeString& Insert(int iPosition, const KORUnicodeString& iText);
 
-  /// Removes iCount characters from iStart, under the rules of ReplaceSubString.
-  /// What stood before and behind may join to one character where the text is ill-formed.
+  /// Removes iCount characters from iStart, under the rules of ReplaceSubString. What stood before and behind may join
+  /// to one character where the text is ill-formed.
   KORUnicodeString& Remove(int iStart, int iCount);
 
+  /// @{
   /// Appends a text, a zero-terminated text (nothing for null), a character or the bytes of a view. Bytes appended to a
   /// text that ends inside a character may complete it.
   KORUnicodeString& Append(const KORUnicodeString& iText);
   KORUnicodeString& Append(const char* iText);
   KORUnicodeString& Append(const KORUnicodeChar& iChar);
   KORUnicodeString& Append(std::string_view iText);
+  /// @}
+  /// @{
   /// The same as Append.
   KORUnicodeString& operator+=(const KORUnicodeString& iText) { return Append(iText); }
   KORUnicodeString& operator+=(const char* iText) { return Append(iText); }
   KORUnicodeString& operator+=(std::string_view iText) { return Append(iText); }
   KORUnicodeString& operator+=(const KORUnicodeChar& iChar) { return Append(iChar); }
+  /// @}
   /// Appends one byte, the quick way to build a text byte by byte.
   KORUnicodeString& operator+=(char iChar) {
     if (_storage.small.tag >= kInlineCapacity) {
@@ -233,6 +240,7 @@ class VYX_EXPORT KORUnicodeString {
   /// Makes room for a text of so many bytes, so that growing up to it allocates no more.
   void Reserve(std::size_t iByteCount);
 
+  /// @{
   /**
    * Maps every character to its simple lower (upper) case, in place; a locale never matters. One character stays one:
    * sharp s has no simple upper case and stays. The text may become longer or shorter in bytes. Bytes of ill-formed
@@ -240,6 +248,7 @@ class VYX_EXPORT KORUnicodeString {
    */
   KORUnicodeString& ToLower();
   KORUnicodeString& ToUpper();
+  /// @}
 
   // Comparison.
 
@@ -255,17 +264,22 @@ class VYX_EXPORT KORUnicodeString {
   /// most proportional to pattern times text.
   int WildMatch(const KORUnicodeString& iPattern, const KORUnicodeChar& iAny, const KORUnicodeChar& iEscape) const;
 
+  /// @{
   /// Byte for byte; a null pointer equals the empty text.
   bool operator==(const KORUnicodeString& iOther) const noexcept { return ToStringView() == iOther.ToStringView(); }
   bool operator==(const char* iOther) const noexcept { return ToStringView() == AsView(iOther); }
+  /// @}
+  /// @{
   /// The order of the bytes as unsigned numbers, which is the order of code points; letter case counts.
   std::strong_ordering operator<=>(const KORUnicodeString& iOther) const noexcept {
     return ToStringView() <=> iOther.ToStringView();
   }
   std::strong_ordering operator<=>(const char* iOther) const noexcept { return ToStringView() <=> AsView(iOther); }
+  /// @}
 
-  // Spelled out, although <=> implies them: the standard library's transparent comparators would otherwise take two
-  // texts for pointers, because texts convert to one.
+  /// @{
+  /// The order of operator<=>. Spelled out, although that implies them: the standard library's transparent comparators
+  /// would otherwise take two texts for pointers, because texts convert to one.
   friend bool operator<(const KORUnicodeString& iLeft, const KORUnicodeString& iRight) noexcept {
     return iLeft.ToStringView() < iRight.ToStringView();
   }
@@ -290,8 +304,10 @@ class VYX_EXPORT KORUnicodeString {
   }
   friend bool operator>=(const KORUnicodeString& iLeft, const char* iRight) noexcept { return !(iLeft < iRight); }
   friend bool operator>=(const char* iLeft, const KORUnicodeString& iRight) noexcept { return !(iLeft < iRight); }
+  /// @}
 
-  /// The two texts in one, made with one allocation.
+  /// @{
+  /// The two texts in one, made with one allocation; null counts as empty.
   friend KORUnicodeString operator+(const KORUnicodeString& iLeft, const KORUnicodeString& iRight) {
     return Joined(iLeft.ToStringView(), iRight.ToStringView());
   }
@@ -301,6 +317,8 @@ class VYX_EXPORT KORUnicodeString {
   friend KORUnicodeString operator+(const char* iLeft, const KORUnicodeString& iRight) {
     return Joined(AsView(iLeft), iRight.ToStringView());
   }
+  /// @}
+  /// @{
   /// A sum that goes on growing keeps its memory.
   friend KORUnicodeString operator+(KORUnicodeString&& ioLeft, const KORUnicodeString& iRight) {
     ioLeft.Append(iRight);
@@ -310,6 +328,8 @@ class VYX_EXPORT KORUnicodeString {
     ioLeft.Append(iRight);
     return std::move(ioLeft);
   }
+  /// @}
+  /// @{
   /// A text and one character behind it.
   friend KORUnicodeString operator+(const KORUnicodeString& iLeft, const KORUnicodeChar& iRight) {
     return Joined(iLeft.ToStringView(), KORUnicodeString(iRight).ToStringView());
@@ -317,12 +337,14 @@ class VYX_EXPORT KORUnicodeString {
   friend KORUnicodeString operator+(const KORUnicodeString& iLeft, char iRight) {
     return Joined(iLeft.ToStringView(), std::string_view(&iRight, 1));
   }
-  // The built-in sum would take the text for a pointer.
-  /// A text and a number do not add: the sum would be a pointer into the narrow form.
+  /// @}
+  /// @{
+  /// A text and a number do not add: the built-in sum would be a pointer into the narrow form.
   template <std::integral Number>
   friend void operator+(const KORUnicodeString& iLeft, Number iRight) = delete;
   template <std::integral Number>
   friend void operator+(Number iLeft, const KORUnicodeString& iRight) = delete;
+  /// @}
 
   /// Writes the UTF-8 bytes, padded as the stream's width asks.
   friend VYX_EXPORT std::ostream& operator<<(std::ostream& ioStream, const KORUnicodeString& iText);
@@ -385,6 +407,7 @@ static_assert(sizeof(KORUnicodeString) == 24);
 /// Equal texts hash alike, so that texts are keys of the standard's unordered containers.
 template <>
 struct std::hash<KORUnicodeString> {
+  /// The hash of the bytes.
   std::size_t operator()(const KORUnicodeString& iText) const noexcept {
     return std::hash<std::string_view>()(iText.ToStringView());
   }

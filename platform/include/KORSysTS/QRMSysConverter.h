@@ -8,6 +8,14 @@
 /**
  * Base64 as RFC 4648 section 4 has it: the standard alphabet, with padding, in one line.
  *
+ * ```cpp
+ * char* text = nullptr;
+ * if (QRMSysConverter::ConvertToBase64("abc", 3, &text) >= 0) {
+ *   std::cout << text << "\n";  // YWJj
+ *   std::free(text);
+ * }
+ * ```
+ *
  * Vectorised; the instruction set is chosen at run time. Every failure leaves a pending error. Safe to use from any
  * thread.
  */

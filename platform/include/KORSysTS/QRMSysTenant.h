@@ -7,13 +7,16 @@
 #include "VYXExport.h"
 
 /**
+ * @file
  * The tenant that the process works for, where it runs as a cloud client.
  *
  * Both come from the surroundings of the process, read anew at every call:
  *
  * - The environment variable QRMSysTenantFile names a JSON file of at most 16 MiB:
  *
- *       {"cloud": true, "tenant": "R42", "services": {"16": "https://authoring.example.com/r42"}}
+ *   ```json
+ *   {"cloud": true, "tenant": "R42", "services": {"16": "https://authoring.example.com/r42"}}
+ *   ```
  *
  *   "services" maps the decimal number of a service to its address; every member may be missing.
  * - The environment variable QRMSysCloud, where it is set, overrules "cloud": "1" and "true" mean yes, all else no.

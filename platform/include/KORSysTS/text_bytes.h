@@ -10,7 +10,14 @@
  * bytes, and nothing here cuts a character in two.
  *
  * A character is a well-formed UTF-8 sequence (Unicode Standard, chapter 3, table 3-7) or one byte that belongs to
- * none. Nothing fails; all of it may be called from any thread.
+ * none.
+ *
+ * ```cpp
+ * VYX::Text::Find("key=value", "=");          // 3
+ * VYX::Text::CharacterLength("\xC3\xA9t", 0);  // 2
+ * ```
+ *
+ * Nothing fails; all of it may be called from any thread.
  */
 namespace VYX::Text {
 

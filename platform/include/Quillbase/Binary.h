@@ -11,7 +11,8 @@ namespace QB {
 /// Frees the data of a Binary.
 using ReleaseFunction = void (*)(char* ioData);
 
-/// Allocates a byte array of the kind that deallocateArrayChar frees; the bytes are not initialised.
+/// Allocates a byte array of the kind that deallocateArrayChar frees; the bytes are not initialised. Throws
+/// std::bad_alloc when there is no memory.
 VYX_EXPORT char* allocateArrayChar(std::size_t iSize);
 
 /// Frees a byte array of `new char[]` or allocateArrayChar; null is fine.
@@ -19,6 +20,15 @@ VYX_EXPORT void deallocateArrayChar(char* ioData) noexcept;
 
 /**
  * A byte buffer: data pointer, size in bytes and the function that frees the data.
+ *
+ * ```cpp
+ * char* const data = QB::allocateArrayChar(4);
+ * std::memcpy(data, "data", 4);
+ * const QB::Binary owner(data, 4, &QB::deallocateArrayChar);
+ * const QB::Binary sharer = owner;
+ * sharer.GetData() == owner.GetData();  // true
+ * sharer.GetSize();                     // 4
+ * ```
  *
  * Copies share the data, which is freed once, when the last of them dies. The bytes are meant to be read: who writes
  * through GetData of a shared buffer writes for all its owners. Owners may live on different threads; one object
@@ -33,23 +43,30 @@ class VYX_EXPORT Binary {
   /// alive.
   Binary(char* ioData, std::uint64_t iSize, ReleaseFunction iRelease);
 
+  /// Shares the data.
   Binary(const Binary& iOther) noexcept;
+  /// Takes the data over; the other buffer is empty afterwards.
   Binary(Binary&& ioOther) noexcept
       : _data(std::exchange(ioOther._data, nullptr)),
         _size(std::exchange(ioOther._size, 0)),
         _owner(std::exchange(ioOther._owner, nullptr)) {}
+  /// Frees the data where nobody else shares it.
   ~Binary() { Drop(); }
 
+  /// Shares the data of another buffer instead of its own.
   Binary& operator=(const Binary& iOther) noexcept;
+  /// Takes the data of another buffer over, which is empty afterwards.
   Binary& operator=(Binary&& ioOther) noexcept;
 
   /// The first byte; null for a buffer without data.
   const char* GetData() const noexcept { return _data; }
+  /// The same, for writing; all who share the data see it.
   char* GetData() noexcept { return _data; }
 
   /// Number of bytes.
   std::uint64_t GetSize() const noexcept { return _size; }
 
+  /// True for a size of 0.
   bool IsEmpty() const noexcept { return _size == 0; }
 
  private:
@@ -61,9 +78,10 @@ class VYX_EXPORT Binary {
   Owner* _owner = nullptr;
 };
 
-/// Read access to the bytes of a buffer, which must outlive it.
+/// Read access to the bytes of a buffer, which must outlive it. Nothing fails; may be read from any thread.
 class VYX_EXPORT BinarySlice {
  public:
+  /// The bytes that a buffer has now.
   explicit BinarySlice(const Binary& iBinary) noexcept : _data(iBinary.GetData()), _size(iBinary.GetSize()) {}
 
   /// The first byte; null for a buffer without data.
@@ -77,9 +95,10 @@ class VYX_EXPORT BinarySlice {
   std::uint64_t _size;
 };
 
-/// Reads a buffer, which must outlive it, one `char` at a time.
+/// Reads a buffer, which must outlive it, one `char` at a time. One reader belongs to one thread at a time.
 class VYX_EXPORT BinaryReader {
  public:
+  /// Stands before the first byte.
   explicit BinaryReader(const Binary& iBinary) noexcept : _slice(iBinary) {}
 
   /// Goes to a byte position. A position beyond the end is refused: the answer is false and the reader stays where it

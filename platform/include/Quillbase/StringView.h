@@ -12,7 +12,15 @@ namespace QB {
  *
  * It stands wherever a `const KORUnicodeString&` is expected, without a conversion or a copy; a text copied from it
  * owns its bytes. The viewed bytes end with a zero byte and must outlive the view; a view handed to a visitor is valid
- * during the visit. Walking it by position costs a scan each time for text outside ASCII: take ToUnicode for that.
+ * during the visit. Views are made and copied without memory, and nothing fails. Walking it by position costs a scan
+ * each time for text outside ASCII: take ToUnicode for that.
+ *
+ * ```cpp
+ * const QB::StringView view("borrowed");
+ * VYXInfStringUtil::Capitalize(view);  // "Borrowed"
+ * ```
+ *
+ * Views may be read from any thread while the bytes stay as they are.
  */
 class VYX_EXPORT StringView {
  public:
@@ -23,9 +31,11 @@ class VYX_EXPORT StringView {
   explicit StringView(std::string_view iText) noexcept
       : _text(KORUnicodeString::Borrowed(), iText.data(), iText.size()) {}
 
-  // A copy of a view is a view of the same bytes, not a text of its own.
+  /// @{
+  /// A copy of a view is a view of the same bytes, not a text of its own.
   StringView(const StringView& iOther) noexcept : StringView(iOther.ToStringView()) {}
   StringView& operator=(const StringView& iOther) noexcept;
+  /// @}
   ~StringView() = default;
 
   /// The text, copied.
@@ -37,6 +47,7 @@ class VYX_EXPORT StringView {
   /// The bytes, without the zero byte behind them.
   std::string_view ToStringView() const noexcept { return _text.ToStringView(); }
 
+  /// True for equal bytes.
   bool operator==(const StringView& iOther) const noexcept { return ToStringView() == iOther.ToStringView(); }
 
  private:

@@ -31,9 +31,12 @@ class VYX_EXPORT ILogger {
   virtual std::uint32_t AcceptedLevels() const;
 
  protected:
+  /// @{
+  /// For derived classes.
   ILogger() = default;
   ILogger(const ILogger&) = default;
   ILogger& operator=(const ILogger&) = default;
+  /// @}
 };
 
 }  // namespace VYX::Logging

@@ -15,9 +15,12 @@ class VYX_EXPORT ISinkHandle {
   virtual ~ISinkHandle();
 
  protected:
+  /// @{
+  /// For derived classes.
   ISinkHandle() = default;
   ISinkHandle(const ISinkHandle&) = default;
   ISinkHandle& operator=(const ISinkHandle&) = default;
+  /// @}
 };
 
 /**
@@ -35,12 +38,20 @@ class VYX_EXPORT ILoggerFactory {
    * A back end as a settings file says. Empty when the file is unreadable or says something unknown: one line on
    * standard error then names file, line and reason.
    *
+   * @param iConfigPath the settings file; docs/logging.md describes its dialect.
    * @param oIsMade whether the back end was made; may be null.
    */
   static std::shared_ptr<ILoggerFactory> create(const char* iConfigPath, bool* oIsMade);
 
-  /// A back end on standard output (iOutput 1). Empty for any other output and for an unreadable format or filter, of
-  /// which one line on standard error tells the place.
+  /**
+   * A back end on standard output. Empty for any other output and for an unreadable format or filter, of which one line
+   * on standard error tells the place.
+   *
+   * @param iFormat how a record becomes a line.
+   * @param iFilter which records are written; the empty text takes all.
+   * @param iOutput kConsoleOutput.
+   * @param oIsMade whether the back end was made; may be null.
+   */
   static std::shared_ptr<ILoggerFactory> create(const char* iFormat, const char* iFilter, int iOutput, bool* oIsMade);
 
   /// A back end that writes a log file. Empty for an unreadable format or filter and when the file cannot be opened.
@@ -58,9 +69,12 @@ class VYX_EXPORT ILoggerFactory {
   virtual std::shared_ptr<ILogger> CreateLogger(const char* iChannel) = 0;
 
  protected:
+  /// @{
+  /// For derived classes.
   ILoggerFactory() = default;
   ILoggerFactory(const ILoggerFactory&) = default;
   ILoggerFactory& operator=(const ILoggerFactory&) = default;
+  /// @}
 };
 
 }  // namespace VYX::Logging

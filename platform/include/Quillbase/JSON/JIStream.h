@@ -24,8 +24,29 @@ enum class JKind : std::int32_t { Null = 0, Boolean = 1, Number = 2, String = 3,
 /**
  * A JSON value that was read: first the whole text, then, in visits and walks, the values inside it.
  *
- *     JSON::JIStream stream;
- *     if (!stream.Parse(text, false) || !stream.Apply(visitor, nullptr)) { ... KORError tells why ... }
+ * ```cpp
+ * class Names : public JSON::JVisitor {
+ *  public:
+ *   Names() : JVisitor(true) {}
+ *   bool Visit(const QB::StringView& iKey, const QB::StringView& iText) override {
+ *     std::cout << iKey.ToUnicode() << ": " << iText.ToUnicode() << "\n";
+ *     return true;
+ *   }
+ *   using JVisitor::Visit;
+ * };
+ *
+ * JSON::JIStream stream;
+ * Names names;
+ * if (!stream.Parse("{\"name\": \"Fjord\", \"width\": 1920}", false) || !stream.Apply(names, nullptr)) {
+ *   return 1;  // KORError tells why
+ * }
+ * ```
+ *
+ * prints
+ *
+ * ```text
+ * name: Fjord
+ * ```
  *
  * A stream shares the ownership of the document it was read from: it stays valid, with all keys and texts that came
  * from it, while any stream of the document lives, also after Parse was called again on another one. Copying is cheap.
@@ -35,10 +56,13 @@ class VYX_EXPORT JIStream {
  public:
   /// A stream of nothing, whose kind is Null.
   JIStream() noexcept;
+  /// @{
+  /// Copies share the document; a stream that was moved from holds nothing.
   JIStream(const JIStream& iOther) noexcept;
   JIStream(JIStream&& ioOther) noexcept;
   JIStream& operator=(const JIStream& iOther) noexcept;
   JIStream& operator=(JIStream&& ioOther) noexcept;
+  /// @}
   ~JIStream();
 
   /**
@@ -60,6 +84,7 @@ class VYX_EXPORT JIStream {
    * Calls the visitor once per member of the object that the stream holds, in the order of the text, repeated keys
    * included, and EndOfFile behind the last. Exceptions of the visitor pass.
    *
+   * @param ioVisitor receives the members.
    * @param oRefused receives the key of the member whose visit answered false, valid while the document lives; may be
    * null.
    * @return true when all visits answered true. False when one did, which ends the visits, or when the stream holds no
@@ -97,7 +122,21 @@ class VYX_EXPORT JIStream {
 /**
  * Goes through the elements of an array or the members of an object in the order of the text; other kinds have none.
  *
- *     for (JSON::JCursor cursor(array); cursor.Next();) { ... cursor.Value() ... }
+ * ```cpp
+ * JSON::JIStream stream;
+ * stream.Parse("[1, \"two\", [3]]", false);
+ * for (JSON::JCursor cursor(stream); cursor.Next();) {
+ *   std::cout << static_cast<int>(cursor.Value().Kind()) << "\n";
+ * }
+ * ```
+ *
+ * prints the kinds
+ *
+ * ```text
+ * 2
+ * 3
+ * 4
+ * ```
  *
  * A cursor shares the ownership of the document, and belongs to one thread.
  */
@@ -105,8 +144,11 @@ class VYX_EXPORT JCursor {
  public:
   /// Stands before the first value of iParent.
   explicit JCursor(const JIStream& iParent);
+  /// @{
+  /// Goes on where the other cursor stands, which must not be used afterwards.
   JCursor(JCursor&& ioOther) noexcept;
   JCursor& operator=(JCursor&& ioOther) noexcept;
+  /// @}
   ~JCursor();
 
   /// Steps to the next value; false when there is none.

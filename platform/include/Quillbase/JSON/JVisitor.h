@@ -13,7 +13,10 @@ namespace JSON {
  * Receives the members of a JSON object from JIStream::Apply: one call per member, by the form of its value.
  *
  * Every visit answers true to go on and false to end the visits, which makes Apply answer false. Keys, texts and
- * vectors are valid during the visit; a JIStream may be copied and kept. A visitor belongs to one thread.
+ * vectors are valid during the visit; a JIStream may be copied and kept. A class that overrides some of the visits
+ * names the others by `using JVisitor::Visit;`. JIStream has an example. What a visit throws passes through Apply.
+ *
+ * A visitor belongs to one thread. The order of the virtual operations is fixed.
  */
 class VYX_EXPORT JVisitor {
  public:
@@ -53,8 +56,11 @@ class VYX_EXPORT JVisitor {
   virtual void ExpectMembers(std::size_t iCount);
 
  protected:
+  /// @{
+  /// For derived classes that are values.
   JVisitor(const JVisitor&) = default;
   JVisitor& operator=(const JVisitor&) = default;
+  /// @}
 
  private:
   bool _skipsUnhandled;
