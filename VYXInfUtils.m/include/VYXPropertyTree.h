@@ -262,12 +262,28 @@ VYX_EXPORT KORUnicodeString Stringify(const VYXPropertyTree& iTree);
  * Writes a tree as JSON text that every reader of RFC 8259 accepts, for readers outside the library;
  * VYXPropertyTree::Stringify keeps its fixed format instead. Parse reads the same tree from it, but for null members.
  *
- *     KORUnicodeString text;
- *     VYXPropertyTreeUtils::StringifyStrict(tree, text, 2);
+ * ```cpp
+ * VYXPropertyTree tree;
+ * tree.SetString("tab", "a\tb");
+ * KORUnicodeString text;
+ * if (VYXPropertyTreeUtils::StringifyStrict(tree, text, 2) >= 0) {
+ *   std::cout << text << "\n";
+ * }
+ * ```
+ *
+ * prints
+ *
+ * ```json
+ * {
+ *   "tab": "a\tb"
+ * }
+ * ```
  *
  * Members are in key order. All control characters are escaped; other characters are written as UTF-8. Integers up to
  * 2^53 are written without an exponent, other Numbers with the fewest digits that read back as the same Number.
  *
+ * @param iTree what to write.
+ * @param oText the text.
  * @param iIndent the spaces per level, each member and element on a line of its own; 0, or less, for compact text. More
  *        than 16 count as 16.
  * @return S_OK; E_FAIL with a trace for a tree without root, for a Number that is none and for a text or key that is no

@@ -42,10 +42,20 @@ def check_map(tree):
 def check_links(tree):
     """A relative link in a document leads somewhere."""
     for file in filter(lambda file: file.suffix == ".md", tree.files):
-        for number, line in enumerate(file.lines, 1):
+        for number, line in prose_of(file):
             for target in LINK.findall(line):
                 if not (tree.root / posixpath.dirname(file.path) / target).exists():
                     yield Finding("link", file.path, number, f"{target} does not exist")
+
+
+def prose_of(document):
+    """The numbered lines of a document outside its fenced blocks of code."""
+    is_code = False
+    for number, line in enumerate(document.lines, 1):
+        if line.startswith("```"):
+            is_code = not is_code
+        elif not is_code:
+            yield number, line
 
 
 def check_build_lists(tree):
