@@ -24,6 +24,9 @@ enum class OpenMode {
   WriteNew,    ///< fails where the name is taken, be it by a link
   AppendNew,   ///< the same, every write going to the end
   WriteOwner,  ///< like WriteNew, readable and writable for its owner only
+  AppendLog,   ///< like Append, for log files: the group may read what is created and others may not, and a link in a
+               ///< folder that everybody may write to is refused, because anybody could have put it there
+  WriteLog,    ///< the same, emptied; every write goes to the end
 };
 
 /// What a path or a descriptor stands for.

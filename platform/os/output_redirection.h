@@ -9,7 +9,8 @@ namespace VYX::Os {
 
 /**
  * Points both outputs at a file, which is emptied first and written at its end. What stdio held for them goes to where
- * they pointed before. On failure both point where they pointed before.
+ * they pointed before. The file is opened as log files are (OpenMode::WriteLog). On failure both point where they
+ * pointed before.
  */
 Status RedirectOutputs(const std::string& iPath);
 

@@ -1,16 +1,29 @@
-#include "KORSysBase/KOREnvironment.h"
+#include <algorithm>
+#include <string_view>
+
 #include "VYXInfLog/settings.h"
 #include "VYXInfStringUtil.h"
 #include "VYXInfSystemUtil.h"
 #include "internal/FailureTrace.h"
+#include "platform/os/environment.h"
 
 namespace VYX::Internal {
 
 namespace {
 
-// Unset and empty are the same.
+// Unset and empty are the same. Who starts a program of raised privileges must not choose what it writes to.
 KORUnicodeString Variable(const char* iName) {
-  return KORUnicodeString(KORGetEnv(iName));
+  return KORUnicodeString(Os::TrustedEnvironmentValue(iName));
+}
+
+// A name with control characters is nobody's folder, but an attempt to write lines of its own to terminal and log.
+bool DoesPathExist(const KORUnicodeString& iPath) {
+  const std::string_view path = iPath.ToStringView();
+  const bool hasControls = std::any_of(path.begin(), path.end(), [](char iChar) {
+    const auto byte = static_cast<unsigned char>(iChar);
+    return byte < 0x20 || byte == 0x7F;
+  });
+  return !hasControls && VYXInfSystemUtil::DoesFileExist(iPath);
 }
 
 // True when the settings now follow the settings file that the environment names.
@@ -19,7 +32,7 @@ bool ApplyConfigFile(LoggerSettings& ioSettings) {
   if (config.IsEmpty()) {
     return false;
   }
-  if (!VYXInfSystemUtil::DoesFileExist(config)) {
+  if (!DoesPathExist(config)) {
     return FailureReturn(VYX_HERE, false);
   }
   ioSettings.config = std::move(config);
@@ -37,7 +50,7 @@ void ApplyOutput(LoggerSettings& ioSettings, const KORUnicodeString& iAppName) {
     ioSettings.config.Reset();
     return;
   }
-  if (!VYXInfSystemUtil::DoesFileExist(output)) {
+  if (!DoesPathExist(output)) {
     TraceFailureReturn(VYX_HERE);
     return;
   }

@@ -41,6 +41,10 @@ int FlagsOf(OpenMode iMode) noexcept {
       return kAlways | O_WRONLY | O_CREAT | O_TRUNC;
     case OpenMode::Append:
       return kAlways | O_WRONLY | O_CREAT | O_APPEND;
+    case OpenMode::AppendLog:
+      return kAlways | O_WRONLY | O_CREAT | O_APPEND | O_NOFOLLOW;
+    case OpenMode::WriteLog:
+      return kAlways | O_WRONLY | O_CREAT | O_APPEND | O_TRUNC | O_NOFOLLOW;
     case OpenMode::AppendNew:
       return kAlways | O_WRONLY | O_CREAT | O_EXCL | O_APPEND;
     default:
@@ -72,6 +76,43 @@ Status SettleKind(int iFile) noexcept {
   return {};
 }
 
+mode_t PermissionsOf(OpenMode iMode) noexcept {
+  constexpr mode_t kOwnerOnly = S_IRUSR | S_IWUSR;
+  switch (iMode) {
+    case OpenMode::WriteOwner:
+      return kOwnerOnly;
+    case OpenMode::AppendLog:
+    case OpenMode::WriteLog:
+      return kOwnerOnly | S_IRGRP;
+    default:
+      return kOwnerOnly | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
+  }
+}
+
+bool MayEverybodyWriteTheFolderOf(const std::string& iPath) {
+  const std::size_t separator = iPath.rfind('/');
+  const std::string folder = separator == std::string::npos ? "." : iPath.substr(0, separator + 1);
+  struct stat info {};
+  return Calls().StatPath(folder.c_str(), &info) != 0 || (info.st_mode & S_IWOTH) != 0;
+}
+
+// The flags forbid a link only where it could be anybody's.
+int Open(const std::string& iPath, OpenMode iMode) {
+  const int flags = FlagsOf(iMode);
+  const auto open = [&](int iFlags) {
+    return Uninterrupted([&] { return Calls().Open(iPath.c_str(), iFlags, PermissionsOf(iMode)); });
+  };
+  const int file = open(flags);
+  if (file != -1 || errno != ELOOP || (flags & O_NOFOLLOW) == 0) {
+    return file;
+  }
+  if (MayEverybodyWriteTheFolderOf(iPath)) {
+    errno = EACCES;
+    return -1;
+  }
+  return open(flags & ~O_NOFOLLOW);
+}
+
 bool IsNewFile(OpenMode iMode) noexcept {
   return (FlagsOf(iMode) & O_EXCL) != 0;
 }
@@ -89,10 +130,7 @@ void Discard(int iFile, const std::string& iPath, OpenMode iMode) noexcept {
 }  // namespace
 
 Status OpenFile(const std::string& iPath, OpenMode iMode, FileDescriptor& oFile) {
-  constexpr mode_t kOwnerOnly = S_IRUSR | S_IWUSR;
-  constexpr mode_t kEverybody = kOwnerOnly | S_IRGRP | S_IWGRP | S_IROTH | S_IWOTH;
-  const mode_t mode = iMode == OpenMode::WriteOwner ? kOwnerOnly : kEverybody;
-  int file = Uninterrupted([&] { return Calls().Open(iPath.c_str(), FlagsOf(iMode), mode); });
+  int file = Open(iPath, iMode);
   if (file == -1) {
     return Status::OfLastCall();
   }

@@ -5,6 +5,7 @@
 
 #include <cstdio>
 
+#include "platform/os/files.h"
 #include "platform/os/posix/system_calls.h"
 
 #if !defined(__unix__)
@@ -14,8 +15,6 @@
 namespace VYX::Os {
 
 namespace {
-
-constexpr mode_t kLogFileMode = 0640;
 
 // Copies of what the outputs were at first; -1 while there are none.
 struct InitialOutputs {
@@ -64,12 +63,11 @@ Status RedirectOutputs(const std::string& iPath) {
     return Status::OfLastCall();
   }
   RestoreOutputs();
-  const int file = Posix::Uninterrupted([&] {
-    return Posix::Calls().Open(iPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_APPEND | O_CLOEXEC, kLogFileMode);
-  });
-  if (file < 0) {
-    return Status::OfLastCall();
+  FileDescriptor opened = 0;
+  if (const Status status = OpenFile(iPath, OpenMode::WriteLog, opened); !status.IsOk()) {
+    return status;
   }
+  const int file = static_cast<int>(opened);
   Status status;
   if (Point(stdout, STDOUT_FILENO, file) && Point(stderr, STDERR_FILENO, file)) {
     Initial().isRedirected = true;
@@ -77,7 +75,7 @@ Status RedirectOutputs(const std::string& iPath) {
     status = Status::OfLastCall();
     PointAtInitial();
   }
-  Posix::Calls().Close(file);
+  static_cast<void>(CloseFile(opened));
   return status;
 }
 

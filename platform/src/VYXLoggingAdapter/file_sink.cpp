@@ -165,16 +165,10 @@ bool FileSink::OpenLocked(const Os::WallTime& iTime) {
 }
 
 Os::Status FileSink::OpenDescriptor() {
-  if (!_options.append && !std::exchange(_isEmptied, true)) {
-    Os::FileDescriptor emptied = 0;
-    const Os::Status status = Os::OpenFile(_path, Os::OpenMode::Write, emptied);
-    if (!status.IsOk()) {
-      _isEmptied = false;
-      return status;
-    }
-    static_cast<void>(Os::CloseFile(emptied));
-  }
-  return Os::OpenFile(_path, Os::OpenMode::Append, _file);
+  const bool isEmptied = !_options.append && !_isEmptied;
+  const Os::Status status = Os::OpenFile(_path, isEmptied ? Os::OpenMode::WriteLog : Os::OpenMode::AppendLog, _file);
+  _isEmptied = _isEmptied || (isEmptied && status.IsOk());
+  return status;
 }
 
 void FileSink::CloseLocked() noexcept {

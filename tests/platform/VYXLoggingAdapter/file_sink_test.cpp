@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -260,6 +261,67 @@ TEST_F(FileSinkTest, SaysOnceThatItCannotOpen) {
   });
   EXPECT_TRUE(child.IsGood());
   EXPECT_EQ(child.error, "Logging: cannot open '" + _folder.Native("file/a.log") + "': Not a directory\n");
+}
+
+mode_t PermissionsOf(const std::string& iPath) {
+  struct stat info {};
+  EXPECT_EQ(::stat(iPath.c_str(), &info), 0) << iPath;
+  return info.st_mode & 0777U;
+}
+
+TEST_F(FileSinkTest, IsNotReadableForOthersWhateverTheMask) {
+  for (const mode_t mask : {0U, 022U, 077U}) {
+    for (const bool isAppended : {true, false}) {
+      const std::string name = std::to_string(mask) + (isAppended ? "a" : "w");
+      const mode_t former = ::umask(mask);
+      FileSinkOptions options = Options(name.c_str());
+      options.append = isAppended;
+      EXPECT_TRUE(Make(options)->Open());
+      ::umask(former);
+      EXPECT_EQ(PermissionsOf(_folder.Native(name)), 0640U & ~mask) << name;
+    }
+  }
+}
+
+TEST_F(FileSinkTest, KeepsThePermissionsOfAnExistingFile) {
+  const std::string path = _folder.MakeFile("a.log", "old\n");
+  ASSERT_EQ(::chmod(path.c_str(), 0604), 0);
+  const auto sink = Make(Options());
+  Write(*sink, "new");
+  EXPECT_EQ(PermissionsOf(path), 0604U);
+  EXPECT_EQ(ContentOf(path), "old\nnew\n");
+}
+
+TEST_F(FileSinkTest, RefusesALinkWhereEverybodyMayMakeOne) {
+  const std::string victim = _folder.MakeFile("victim", "precious");
+  const std::string shared = _folder.MakeFolder("shared");
+  _folder.MakeLink("shared/a.log", victim);
+  _folder.MakeLink("shared/dangling.log", _folder.Native("made by link"));
+  for (const mode_t mode : {01777U, 0757U}) {
+    ASSERT_EQ(::chmod(shared.c_str(), mode), 0);
+    for (const bool isAppended : {true, false}) {
+      for (const char* const name : {"shared/a.log", "shared/dangling.log"}) {
+        FileSinkOptions options = Options(name);
+        options.append = isAppended;
+        const auto child = RunInChild([&] {
+          const auto sink = Make(options);
+          EXPECT_FALSE(sink->Open());
+          Write(*sink, "one");
+        });
+        EXPECT_EQ(child.error, "Logging: cannot open '" + _folder.Native(name) + "': Permission denied\n");
+      }
+    }
+  }
+  EXPECT_EQ(ContentOf(victim), "precious");
+  EXPECT_THAT(_folder.Names(), ElementsAre("shared", "victim"));
+}
+
+TEST_F(FileSinkTest, FollowsALinkWhereOnlyItsOwnersMayMakeOne) {
+  const std::string elsewhere = _folder.MakeFile("elsewhere.log", "");
+  _folder.MakeLink("a.log", elsewhere);
+  const auto sink = Make(Options());
+  Write(*sink, "one");
+  EXPECT_EQ(ContentOf(elsewhere), "one\n");
 }
 
 // Every line of a file, taken apart as "<writer>:<number>:<padding of its own length>".
