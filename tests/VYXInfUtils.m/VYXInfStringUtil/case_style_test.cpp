@@ -1,25 +1,18 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
-#include <ostream>
 #include <regex>
 #include <string>
 #include <string_view>
 
 #include "VYXInfStringUtil.h"
+#include "text_row.h"
 
 namespace {
 
 using Util = VYXInfStringUtil;
+using VYX::Test::TextRow;
 using namespace std::string_view_literals;
-
-struct TextRow {
-  std::string_view text;
-  std::string_view result;
-};
-void PrintTo(const TextRow& iRow, std::ostream* ioStream) {
-  *ioStream << '"' << iRow.text << '"';
-}
 
 class CapitalizeRows : public ::testing::TestWithParam<TextRow> {};
 TEST_P(CapitalizeRows, Capitalize) {

@@ -5,22 +5,16 @@
 #include <string_view>
 
 #include "VYXInfStringUtil.h"
+#include "text_row.h"
 
 namespace {
 
 using Util = VYXInfStringUtil;
+using VYX::Test::TextRow;
 using namespace std::string_view_literals;
 
 KORUnicodeString Text(std::string_view iBytes) {
   return KORUnicodeString(iBytes);
-}
-
-struct TextRow {
-  std::string_view text;
-  std::string_view result;
-};
-void PrintTo(const TextRow& iRow, std::ostream* ioStream) {
-  *ioStream << '"' << iRow.text << '"';
 }
 
 class TrimRows : public ::testing::TestWithParam<TextRow> {};

@@ -1,40 +1,18 @@
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <filesystem>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "KORSysBase/KORResult.h"
 #include "VYXPropertyTree.h"
+#include "support/real_documents.h"
 #include "support/temporary_folder.h"
 #include "tree_testing.h"
 
 namespace VYX::Test {
 namespace {
 
-/// The *.json files of the folder that VYX_TEST_DATA names, in the environment or in the build.
-class TreeOfRealDocuments : public testing::Test {
- protected:
-  void SetUp() override {
-    const char* const named = std::getenv("VYX_TEST_DATA");
-    const std::filesystem::path folder = named == nullptr ? VYX_TEST_DATA : named;
-    if (!std::filesystem::is_directory(folder)) {
-      GTEST_SKIP() << "no folder " << folder << "; VYX_TEST_DATA names the folder of JSON documents";
-    }
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-      if (entry.path().extension() == ".json") {
-        _paths.push_back(entry.path().string());
-      }
-    }
-    if (_paths.empty()) {
-      GTEST_SKIP() << "no *.json file in " << folder;
-    }
-  }
-
-  std::vector<std::string> _paths;
-};
+class TreeOfRealDocuments : public RealDocuments {};
 
 TEST_F(TreeOfRealDocuments, SurviveTextAndCopy) {
   for (const std::string& path : _paths) {

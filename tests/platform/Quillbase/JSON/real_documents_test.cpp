@@ -1,19 +1,16 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "KORSysTS/KORUnicodeString.h"
 #include "Quillbase/JSON/JIStream.h"
 #include "Quillbase/JSON/JOStream.h"
 #include "platform/adapters/json_diagnosis.h"
 #include "platform/adapters/json_reader.h"
+#include "support/real_documents.h"
+#include "support/temporary_folder.h"
 
 using VYX::Adapters::DiagnoseJson;
 using VYX::Adapters::JsonDiagnosis;
@@ -21,35 +18,10 @@ using VYX::Adapters::JsonDocument;
 using VYX::Adapters::JsonFailure;
 using VYX::Adapters::JsonNode;
 using VYX::Adapters::JsonWalk;
+using VYX::Test::ContentOf;
+using VYX::Test::RealDocuments;
 
 namespace {
-
-// Documents of the wild: the *.json files of the folder that VYX_TEST_DATA names, in the environment or in the build.
-class RealDocuments : public testing::Test {
- protected:
-  void SetUp() override {
-    const char* const named = std::getenv("VYX_TEST_DATA");
-    const std::filesystem::path folder = named == nullptr ? VYX_TEST_DATA : named;
-    if (!std::filesystem::is_directory(folder)) {
-      GTEST_SKIP() << "no folder " << folder << "; VYX_TEST_DATA names the folder of JSON documents";
-    }
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-      if (entry.path().extension() == ".json") {
-        _paths.push_back(entry.path());
-      }
-    }
-    if (_paths.empty()) {
-      GTEST_SKIP() << "no *.json file in " << folder;
-    }
-  }
-
-  static std::string TextOf(const std::filesystem::path& iPath) {
-    std::ifstream file(iPath, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
-
-  std::vector<std::filesystem::path> _paths;
-};
 
 bool AreSame(JsonNode iLeft, JsonNode iRight) {
   if (iLeft.Kind() != iRight.Kind() || iLeft.Boolean() != iRight.Boolean() || iLeft.Number() != iRight.Number() ||
@@ -67,7 +39,7 @@ bool AreSame(JsonNode iLeft, JsonNode iRight) {
 
 TEST_F(RealDocuments, BothReadingsTakeThemAsTheyStand) {
   for (const auto& path : _paths) {
-    const std::string text = TextOf(path);
+    const std::string text = ContentOf(path);
     JsonDocument document;
     JsonFailure failure;
     EXPECT_TRUE(document.Parse(text, failure)) << path << ": " << failure.line << ": " << failure.reason;
@@ -79,7 +51,7 @@ TEST_F(RealDocuments, BothReadingsTakeThemAsTheyStand) {
 
 TEST_F(RealDocuments, BothReadingsRefuseThemCutShort) {
   for (const auto& path : _paths) {
-    std::string text = TextOf(path);
+    std::string text = ContentOf(path);
     text.resize(text.find_last_of("]}"));
     JsonDocument document;
     JsonFailure failure;
@@ -91,7 +63,7 @@ TEST_F(RealDocuments, BothReadingsRefuseThemCutShort) {
 
 TEST_F(RealDocuments, ComeBackFromTheWriterAsTheyWere) {
   for (const auto& path : _paths) {
-    const std::string text = "{\"document\":" + TextOf(path) + "}";
+    const std::string text = "{\"document\":" + ContentOf(path) + "}";
     JSON::JIStream stream;
     ASSERT_TRUE(stream.Parse(KORUnicodeString(std::string_view(text)), false)) << path;
     const KORUnicodeString written = JSON::JOStream(stream).Stringify();
