@@ -34,7 +34,7 @@ install(FILES
   "${PROJECT_SOURCE_DIR}/THIRD_PARTY.md"
   DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT VYXInfUtils_Development)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${CMAKE_INSTALL_DOCDIR}"
-  COMPONENT VYXInfUtils_Development FILES_MATCHING PATTERN "*.md")
+  COMPONENT VYXInfUtils_Development FILES_MATCHING PATTERN "*.md" PATTERN "*.svg")
 
 # find_package(VYXInfUtils) and its target VYXInfUtils::VYXInfUtils.
 install(EXPORT VYXInfUtilsTargets NAMESPACE VYXInfUtils:: DESTINATION "${package_folder}"
