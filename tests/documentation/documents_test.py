@@ -2,11 +2,14 @@
 """The examples that documents.py finds, and what it refuses."""
 
 import pathlib
+import sys
 import tempfile
 import unittest
 
-from check_examples import comparable, without_information
 from documents import BadExample, examples_of
+
+sys.path.append(str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from program_output import comparable, problem_of, without_information  # noqa: E402
 
 HEADER = """#pragma once
 /**
@@ -94,6 +97,14 @@ class DocumentsTest(unittest.TestCase):
         self.assertEqual(without_information(comparable(line + "output\n")), "output\n")
         kept = comparable(line.replace("INFO", "ERROR"))
         self.assertEqual(without_information(kept), kept)
+
+    def test_program_is_wrong_by_its_output_or_its_status(self):
+        def problem(code):
+            return problem_of("program", [sys.executable, "-c", code], "a\n", pathlib.Path())
+
+        self.assertEqual(problem("print('a')"), "")
+        self.assertIn("-a", problem("print('b')"))
+        self.assertIn("status 3", problem("print('a'); raise SystemExit(3)"))
 
 
 if __name__ == "__main__":
