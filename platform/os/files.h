@@ -48,8 +48,9 @@ struct FileInfo {
   bool IsRegular() const noexcept { return type == kRegular; }
 };
 
-/// Opens a file. Folders are refused, and nothing waits for a pipe's other end. On failure oFile is untouched.
-Status OpenFile(const std::string& iPath, OpenMode iMode, FileDescriptor& oFile);
+/// Opens a file. Folders are refused, and nothing waits for a pipe's other end. In text mode ReadFully and WriteFully
+/// convert line ends where the host has its own; elsewhere the bytes are the same. On failure oFile is untouched.
+Status OpenFile(const std::string& iPath, OpenMode iMode, FileDescriptor& oFile, bool iIsText = false);
 
 /// Closes a file. The descriptor is gone also where the host reports a failure (of an earlier, delayed write).
 Status CloseFile(FileDescriptor iFile);

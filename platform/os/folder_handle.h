@@ -22,9 +22,11 @@ class FolderHandle {
 
   FolderHandle() noexcept = default;
   ~FolderHandle() { Close(); }
-  FolderHandle(FolderHandle&& ioOther) noexcept : _folder(std::exchange(ioOther._folder, kNone)) {}
+  FolderHandle(FolderHandle&& ioOther) noexcept
+      : _folder(std::exchange(ioOther._folder, kNone)), _path(std::move(ioOther._path)) {}
   FolderHandle& operator=(FolderHandle&& ioOther) noexcept {
     std::swap(_folder, ioOther._folder);
+    std::swap(_path, ioOther._path);
     return *this;
   }
 
@@ -60,6 +62,7 @@ class FolderHandle {
   void Close() noexcept;
 
   int _folder = kNone;
+  std::string _path;  // where the host has no calls relative to an open folder
 };
 
 }  // namespace VYX::Os

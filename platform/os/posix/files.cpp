@@ -129,7 +129,7 @@ void Discard(int iFile, const std::string& iPath, OpenMode iMode) noexcept {
 
 }  // namespace
 
-Status OpenFile(const std::string& iPath, OpenMode iMode, FileDescriptor& oFile) {
+Status OpenFile(const std::string& iPath, OpenMode iMode, FileDescriptor& oFile, bool) {
   int file = Open(iPath, iMode);
   if (file == -1) {
     return Status::OfLastCall();

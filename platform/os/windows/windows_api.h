@@ -16,6 +16,7 @@
 // windows.h comes before those that build on it.
 #include <windows.h>
 
+#include <aclapi.h>
 #include <bcrypt.h>
 #include <psapi.h>
 #include <tlhelp32.h>

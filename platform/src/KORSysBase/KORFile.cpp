@@ -16,6 +16,7 @@ using VYX::Platform::LeaveError;
 struct OpenRequest {
   Os::OpenMode mode = Os::OpenMode::Read;
   std::string_view purpose;
+  bool isText = false;
 };
 
 // The C library's mode text: one of r, w, a, then b, t and x, each once at most.
@@ -28,15 +29,16 @@ bool ParseMode(std::string_view iMode, OpenRequest& oRequest) {
     }
   }
   const bool isNew = options.find('x') != std::string_view::npos;
+  const bool isText = options.find('b') == std::string_view::npos;
   switch (iMode.empty() ? '\0' : iMode.front()) {
     case 'r':
-      oRequest = {Os::OpenMode::Read, " for reading"};
+      oRequest = {Os::OpenMode::Read, " for reading", isText};
       return !isNew;
     case 'w':
-      oRequest = {isNew ? Os::OpenMode::WriteNew : Os::OpenMode::Write, " for writing"};
+      oRequest = {isNew ? Os::OpenMode::WriteNew : Os::OpenMode::Write, " for writing", isText};
       return true;
     case 'a':
-      oRequest = {isNew ? Os::OpenMode::AppendNew : Os::OpenMode::Append, " for appending"};
+      oRequest = {isNew ? Os::OpenMode::AppendNew : Os::OpenMode::Append, " for appending", isText};
       return true;
     default:
       return false;
@@ -58,7 +60,7 @@ long KORFOpen(const KORUnicodeString& iPath, const char* iMode, unsigned int* oD
   std::string path;
   Os::Status status = Os::ToNativePath(iPath.ToStringView(), path);
   if (status.IsOk()) {
-    status = Os::OpenFile(path, request.mode, *oDescriptor);
+    status = Os::OpenFile(path, request.mode, *oDescriptor, request.isText);
   }
   return status.IsOk() ? 0 : LeaveError(status, "Cannot open", iPath.ToStringView(), request.purpose);
 }
