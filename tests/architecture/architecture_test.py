@@ -82,6 +82,8 @@ PLANTED = [
     ("scripts/install-packages", "build=(libzip-dev)\n",
      ("map", "HACKING.md", 1), ("dependency", "scripts/install-packages", 1)),
     ("docs/page.md", "text\n", ("map", "HACKING.md", 1)),
+    ("docs/threats.md", "| threat | tests |\n| --- | --- |\n| links | `Files.FollowsNone` |\n| rain | an umbrella |\n",
+     ("map", "HACKING.md", 1), ("threat", "docs/threats.md", 3), ("threat", "docs/threats.md", 4)),
     ("HACKING.md", CLEAN["HACKING.md"] + "- `gone/` - nothing\n", ("map", "HACKING.md", 1)),
     ("platform/os/README.md", "\n[gone](posix/gone.h)\n", ("link", "platform/os/README.md", 2)),
     ("VYXInfUtils.m/src/forgotten.cpp", "int a;\n", ("build-list", "VYXInfUtils.m/src/forgotten.cpp", 1)),

@@ -7,6 +7,7 @@ import sys
 import code_rules
 import include_rules
 import text_rules
+import threat_rules
 import tree_rules
 from source_tree import SourceTree
 
@@ -28,6 +29,7 @@ RULES = [
     tree_rules.check_links,
     tree_rules.check_build_lists,
     tree_rules.check_dependencies,
+    threat_rules.check_threats,
 ]
 
 

@@ -250,6 +250,14 @@ TEST_F(FileSinkTest, CompletesShortAndInterruptedWrites) {
   EXPECT_EQ(ContentOf(_folder.Native("a.log")), "a line of more than three bytes\n");
 }
 
+TEST_F(FileSinkTest, WritesAHugeMessageWhole) {
+  const std::string message(std::size_t{64} << 20U, 'x');
+  const auto sink = Make(Options());
+  Write(*sink, message);
+  Write(*sink, "next");
+  EXPECT_TRUE(ContentOf(_folder.Native("a.log")) == message + "\nnext\n");
+}
+
 TEST_F(FileSinkTest, SaysOnceThatItCannotOpen) {
   const auto child = RunInChild([this] {
     FileSinkOptions options = Options();

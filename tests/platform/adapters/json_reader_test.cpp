@@ -384,6 +384,18 @@ TEST(JsonReader, RefusesDepthBombs) {
   EXPECT_EQ(Read(std::string(1000000, ']')), "1:1 (0) a value is missing");
 }
 
+TEST(JsonReader, RefusesOtherEncodings) {
+  const char* const kUtf16 = "1:1 (0) the text is not UTF-8; it looks like UTF-16";
+  ExpectRows({
+      {"\xFE\xFF\0{\0}"s, kUtf16},
+      {"\xFF\xFE{\0}\0"s, kUtf16},
+      {"\0{\0}"s, kUtf16},
+      {"{\0}\0"s, kUtf16},
+      {"\0\0\0{"s, "1:1 (0) a value is missing"},
+      {"\xEF\xBB\xBF\xEF\xBB\xBF{}", "1:1 (3) a value is missing"},
+  });
+}
+
 TEST(JsonReader, RefusesLongUselessTexts) {
   EXPECT_EQ(Read(std::string(8000000, ' ')), "1:1 (0) the text holds nothing but white space");
   EXPECT_EQ(Read(std::string(8000000, '"')), "1:3 (2) something follows the end of the document");
