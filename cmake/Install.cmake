@@ -29,12 +29,19 @@ install(DIRECTORY "${PROJECT_SOURCE_DIR}/VYXInfUtils.m/include/" "${PROJECT_SOUR
   DESTINATION "${include_folder}" COMPONENT VYXInfUtils_Development)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/logging" DESTINATION "${resource_folder}"
   COMPONENT VYXInfUtils_Development)
+# The pages lie to each other, and to the examples, as they do in the tree, so that their links hold.
 install(FILES
-  "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${PROJECT_SOURCE_DIR}/SECURITY.md"
-  "${PROJECT_SOURCE_DIR}/THIRD_PARTY.md"
+  "${PROJECT_SOURCE_DIR}/CHANGELOG.md" "${PROJECT_SOURCE_DIR}/CONTRIBUTING.md" "${PROJECT_SOURCE_DIR}/HACKING.md"
+  "${PROJECT_SOURCE_DIR}/README.md" "${PROJECT_SOURCE_DIR}/SECURITY.md" "${PROJECT_SOURCE_DIR}/THIRD_PARTY.md"
   DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT VYXInfUtils_Development)
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${CMAKE_INSTALL_DOCDIR}"
-  COMPONENT VYXInfUtils_Development FILES_MATCHING PATTERN "*.md" PATTERN "*.svg")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" "${PROJECT_SOURCE_DIR}/examples" DESTINATION "${CMAKE_INSTALL_DOCDIR}"
+  COMPONENT VYXInfUtils_Development
+  FILES_MATCHING PATTERN "*.md" PATTERN "*.svg" PATTERN "*.cpp" PATTERN "*.h" PATTERN "*.txt"
+  PATTERN "CMakeLists.txt" EXCLUDE PATTERN "doxygen" EXCLUDE)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/tests/consumer" DESTINATION "${CMAKE_INSTALL_DOCDIR}/tests"
+  COMPONENT VYXInfUtils_Development)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/logging" DESTINATION "${CMAKE_INSTALL_DOCDIR}/resources"
+  COMPONENT VYXInfUtils_Development)
 
 # find_package(VYXInfUtils) and its target VYXInfUtils::VYXInfUtils.
 install(EXPORT VYXInfUtilsTargets NAMESPACE VYXInfUtils:: DESTINATION "${package_folder}"
