@@ -36,7 +36,8 @@ class VYXPropertyTree;
  *
  * Every operation receives the member's key first; key and value are valid during the call. The operations do nothing
  * and answer S_OK unless overridden, and their answers are not used: only an exception ends a traversal. The visited
- * tree must not be changed during a call. The order of the operations is part of the interface.
+ * tree must not be changed during a call. A traversal calls from its own thread only; a visitor that several threads
+ * traverse with has to be made for that. The order of the operations is part of the interface.
  */
 class VYX_EXPORT VYXIPropertyTreeVisitor {
  public:

@@ -98,8 +98,8 @@ class VYX_EXPORT VYXInfStringUtil {
   static bool StringMatchesByCriterion(CompareStringCondition iCondition, const KORUnicodeString& iCriterion,
                                        const KORUnicodeString& iExamined);
 
-  /// True when none of `| ; & $ > < ' " \ ! #` stands in the text, which is what makes one dangerous in a command line
-  /// or in markup. The empty text is safe.
+  /// True when none of ``| ; & $ > < ' " \ ! #`` stands in the text, which is what makes one dangerous in a command
+  /// line or in markup. The empty text is safe.
   static bool IsXssSafe(const KORUnicodeString& iText);
 
   // Cutting and joining.

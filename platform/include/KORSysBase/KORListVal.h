@@ -15,8 +15,21 @@
  * The pattern of the library's value lists: a raw collection of pointers to heap copies that the list owns, positions
  * counted from 1. Every copy of a list copies every element.
  *
- * An element keeps its address until it is removed. A position outside 1 to Size() stops the program. One list belongs
- * to one thread at a time.
+ * ```cpp
+ * KORListValvyx_int64_t sizes;
+ * sizes.Append(640);
+ * sizes.Append(480);
+ * sizes[2] += 20;
+ * sizes.Locate(500, 1);  // 2
+ * sizes.RemovePosition(1);
+ * sizes[1];      // 500
+ * sizes.Size();  // 1
+ * ```
+ *
+ * An element keeps its address until it is removed, also while others come and go and when the list is moved. A
+ * position outside 1 to Size() stops the program, with a message on standard error that names position and size. What
+ * appending and copying throw (std::bad_alloc, or what the element throws) passes, and the list is then as it was. One
+ * list belongs to one thread at a time; a list that nobody changes may be read by several.
  *
  * @tparam T the element type; two elements are compared with `!=`.
  */
@@ -53,7 +66,7 @@ class KORListVal {
     return *this;
   }
 
-  /// Appends a copy of an element.
+  /// Appends a copy of an element, which may be one of this list.
   void Append(const T& iElement) { AppendOwned(std::make_unique<T>(iElement)); }
   /// Appends an element by taking its content over.
   void Append(T&& ioElement) { AppendOwned(std::make_unique<T>(std::move(ioElement))); }
@@ -66,7 +79,8 @@ class KORListVal {
   /// The element at a position of 1 to Size().
   const T& operator[](int iPosition) const noexcept { return *static_cast<const T*>(_elements[iPosition]); }
 
-  /// The first position, from iStart on, whose element equals the value; 0 when there is none.
+  /// The first position, from iStart (1 or more) on, whose element equals the value; 0 when there is none. Takes time
+  /// proportional to the number of elements.
   int Locate(const T& iElement, int iStart) const {
     for (int position = iStart; position <= Size(); ++position) {
       if (!((*this)[position] != iElement)) {
@@ -85,7 +99,7 @@ class KORListVal {
     return position;
   }
 
-  /// Removes the element at a position; later ones move up by one.
+  /// Removes and destroys the element at a position of 1 to Size(); later ones move up by one.
   void RemovePosition(int iPosition) {
     const std::unique_ptr<T> removed(&(*this)[iPosition]);
     _elements.RemovePosition(iPosition);

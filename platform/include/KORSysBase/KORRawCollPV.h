@@ -8,7 +8,15 @@
 /**
  * A growable list of untyped pointers, positions counted from 1. It owns its storage, never what the pointers point to.
  *
- * A position outside 1 to Size() stops the program. One object belongs to one thread at a time.
+ * ```cpp
+ * int value = 7;
+ * KORRawCollPV pointers;
+ * pointers.Append(&value);
+ * *static_cast<int*>(pointers[1]);  // 7
+ * ```
+ *
+ * A position outside 1 to Size() stops the program, with a message on standard error that names position and size. One
+ * object belongs to one thread at a time.
  */
 class VYX_EXPORT KORRawCollPV {
  public:

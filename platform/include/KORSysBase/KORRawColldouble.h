@@ -8,7 +8,16 @@
 /**
  * A growable list of `double`, positions counted from 1: how the property tree hands out arrays of numbers.
  *
- * A position outside 1 to Size() stops the program. One object belongs to one thread at a time.
+ * ```cpp
+ * KORRawColldouble ratios;
+ * ratios.Append(0.5);
+ * ratios.Append(1.5);
+ * ratios[2];  // 1.5
+ * ratios;     // 0.5, 1.5
+ * ```
+ *
+ * A position outside 1 to Size() stops the program, with a message on standard error that names position and size. One
+ * object belongs to one thread at a time.
  */
 class VYX_EXPORT KORRawColldouble {
  public:
