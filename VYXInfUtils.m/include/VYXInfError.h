@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
+#include <iosfwd>
+
 #include "KORSysBase/KORListVal.h"
 #include "KORSysTS/KORUnicodeString.h"
 #include "VYXExport.h"
@@ -52,9 +56,23 @@ class VYX_EXPORT VYXInfError {
   /// The messages of a list in order, each followed by a line feed; empty for an empty list.
   static KORUnicodeString ErrorListToString(KORListValVYXInfError iList);
 
+  /// Writes the message and the code, "Disk full (0x80070070)"; "no error (0x00000000)" for the code 0.
+  friend VYX_EXPORT std::ostream& operator<<(std::ostream& ioStream, const VYXInfError& iError);
+
  private:
+  friend struct std::hash<VYXInfError>;
+
   long _hresult;
   KORUnicodeString _message;
+};
+
+/// Equal errors hash alike.
+template <>
+struct std::hash<VYXInfError> {
+  /// The hash of a value.
+  std::size_t operator()(const VYXInfError& iError) const noexcept {
+    return std::hash<KORUnicodeString>()(iError._message) * 31 + static_cast<std::size_t>(iError._hresult);
+  }
 };
 
 extern template class VYX_EXPORT KORListVal<VYXInfError>;

@@ -1,6 +1,10 @@
 #pragma once
 
+#include <compare>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <iosfwd>
 #include <string>
 #include <string_view>
 
@@ -151,11 +155,19 @@ class VYX_EXPORT VYXInfUri {
 
   /// True when all six components are equal, the texts byte for byte.
   bool operator==(const VYXInfUri& iOther) const noexcept = default;
+  /// The order of the first component that differs: scheme, host, port, path, query, fragment, texts by their bytes.
+  std::strong_ordering operator<=>(const VYXInfUri& iOther) const noexcept = default;
+
+  /// Writes the URI as GetString gives it.
+  friend VYX_EXPORT std::ostream& operator<<(std::ostream& ioStream, const VYXInfUri& iUri);
 
   /// Writes six lines to the process's standard output: each component behind its name, padded to ten characters.
   void DebugPrint() const;
 
  private:
+  friend struct std::hash<VYXInfUri>;
+
+  std::size_t Hash() const noexcept;
   void SetAuthority(std::string_view iAuthority);
 
   std::string _scheme;
@@ -164,4 +176,11 @@ class VYX_EXPORT VYXInfUri {
   std::string _path;
   std::string _query;
   std::string _fragment;
+};
+
+/// Equal URIs hash alike.
+template <>
+struct std::hash<VYXInfUri> {
+  /// The hash of a value.
+  std::size_t operator()(const VYXInfUri& iUri) const noexcept { return iUri.Hash(); }
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iosfwd>
 
 #include "KORSysTS/KORUnicodeString.h"
 #include "VYXExport.h"
@@ -102,6 +103,9 @@ class VYX_EXPORT VYXListAccess {
 
   /// The compact text of what the view designates; "null" for nothing.
   KORUnicodeString Stringify() const;
+
+  /// Writes the text of Stringify.
+  friend VYX_EXPORT std::ostream& operator<<(std::ostream& ioStream, const VYXListAccess& iView);
 
  private:
   friend class VYX::Internal::MemberAccess;

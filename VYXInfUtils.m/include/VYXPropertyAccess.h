@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iosfwd>
 
 #include "KORSysTS/KORUnicodeString.h"
 #include "VYXExport.h"
@@ -131,6 +132,9 @@ class VYX_EXPORT VYXPropertyAccess {
 
   /// The compact text of what the view designates; "null" for nothing.
   KORUnicodeString Stringify() const;
+
+  /// Writes the text of Stringify.
+  friend VYX_EXPORT std::ostream& operator<<(std::ostream& ioStream, const VYXPropertyAccess& iView);
 
  private:
   friend class VYX::Internal::MemberAccess;

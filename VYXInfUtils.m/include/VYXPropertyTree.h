@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <iosfwd>
 #include <memory>
 
 #include "KORSysTS/KORUnicodeString.h"
@@ -74,6 +75,11 @@ class VYX_EXPORT VYXPropertyTree {
   /// Destroys every member.
   ~VYXPropertyTree();
 
+  /// Exchanges the members of two trees. Views move along.
+  void Swap(VYXPropertyTree& ioOther) noexcept { _root.swap(ioOther._root); }
+  /// The same, for the standard algorithms.
+  friend void swap(VYXPropertyTree& ioLeft, VYXPropertyTree& ioRight) noexcept { ioLeft.Swap(ioRight); }
+
   /// True when the compact texts of the trees are equal: the same members, in whatever order they were set. A tree
   /// without root equals every tree, with a trace.
   bool operator==(const VYXPropertyTree& iOther) const;
@@ -101,6 +107,9 @@ class VYX_EXPORT VYXPropertyTree {
    * are.
    */
   long Stringify(KORUnicodeString& oText) const;
+
+  /// Writes the text of Stringify; nothing after a failure, which is traced and sets the stream's fail bit.
+  friend VYX_EXPORT std::ostream& operator<<(std::ostream& ioStream, const VYXPropertyTree& iTree);
 
   // Reading. The output is untouched on failure.
 

@@ -1,6 +1,8 @@
 #include "VYXInfError.h"
 
+#include <charconv>
 #include <cstdint>
+#include <ostream>
 #include <string>
 
 #include "KORSysBase/KORError.h"
@@ -34,4 +36,12 @@ KORUnicodeString VYXInfError::ErrorListToString(KORListValVYXInfError iList) {
     text += "\n";
   }
   return text;
+}
+
+std::ostream& operator<<(std::ostream& ioStream, const VYXInfError& iError) {
+  char digits[8];
+  char* const end = std::to_chars(digits, digits + sizeof digits, static_cast<std::uint32_t>(iError._hresult), 16).ptr;
+  const std::string code(&digits[0], end);
+  return ioStream << (iError._hresult == 0 ? KORUnicodeString("no error") : iError._message) << " (0x"
+                  << std::string(sizeof digits - code.size(), '0') << code << ')';
 }

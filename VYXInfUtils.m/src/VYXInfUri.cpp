@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <charconv>
 #include <limits>
+#include <ostream>
 #include <stdexcept>
 #include <utility>
 
@@ -272,4 +273,16 @@ void VYXInfUri::DebugPrint() const {
   lines.append("\nquery:    ").append(_query);
   lines.append("\nfragment: ").append(_fragment).append("\n");
   VYX::Os::WriteConsole(lines);
+}
+
+std::size_t VYXInfUri::Hash() const noexcept {
+  std::size_t hash = std::hash<std::int32_t>()(_port);
+  for (const std::string* const component : {&_scheme, &_host, &_path, &_query, &_fragment}) {
+    hash = hash * 31 + std::hash<std::string>()(*component);
+  }
+  return hash;
+}
+
+std::ostream& operator<<(std::ostream& ioStream, const VYXInfUri& iUri) {
+  return ioStream << iUri.GetString();
 }

@@ -1,5 +1,6 @@
 #include "VYXListAccess.h"
 
+#include <ostream>
 #include <utility>
 
 #include "VYXPropertyAccess.h"
@@ -184,4 +185,8 @@ long VYXListAccess::SetPropertyTree(std::uint64_t iIndex, VYXPropertyTree&& ioVa
 
 KORUnicodeString VYXListAccess::Stringify() const {
   return VYX::Internal::TextOfDesignated(_value);
+}
+
+std::ostream& operator<<(std::ostream& ioStream, const VYXListAccess& iView) {
+  return ioStream << iView.Stringify();
 }

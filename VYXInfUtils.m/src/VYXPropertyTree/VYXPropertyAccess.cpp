@@ -1,5 +1,6 @@
 #include "VYXPropertyAccess.h"
 
+#include <ostream>
 #include <utility>
 
 #include "VYXPropertyTree/designated_text.h"
@@ -139,4 +140,8 @@ long VYXPropertyAccess::RemoveKey(const KORUnicodeString& iKey) const {
 
 KORUnicodeString VYXPropertyAccess::Stringify() const {
   return VYX::Internal::TextOfDesignated(_value);
+}
+
+std::ostream& operator<<(std::ostream& ioStream, const VYXPropertyAccess& iView) {
+  return ioStream << iView.Stringify();
 }

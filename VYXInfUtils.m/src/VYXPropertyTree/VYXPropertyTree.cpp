@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <new>
+#include <ostream>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -89,6 +90,15 @@ long VYXPropertyTree::Stringify(KORUnicodeString& oText) const {
     oText = json::CompactText(*_root);
     return S_OK;
   });
+}
+
+std::ostream& operator<<(std::ostream& ioStream, const VYXPropertyTree& iTree) {
+  KORUnicodeString text;
+  if (iTree.Stringify(text) < 0) {
+    ioStream.setstate(std::ios_base::failbit);
+    return ioStream;
+  }
+  return ioStream << text;
 }
 
 long VYXPropertyTree::RemoveKey(const KORUnicodeString& iKey) {

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "KORSysBase/KORCollec.h"
+#include "KORSysBase/KORListValIterator.h"
 #include "KORSysBase/KORRawCollPV.h"
 
 /**
@@ -136,6 +137,22 @@ class KORListVal {
   }
   /// 1 when operator!= answers 0, else 0.
   int operator==(const KORListVal& iOther) const { return (*this != iOther) ? 0 : 1; }
+
+  // For range-based loops and the standard algorithms; iterators count from 0, as everywhere, and end with the next
+  // change of the list.
+  using value_type = T;                                ///< An element.
+  using reference = T&;                                ///< Access to an element.
+  using const_reference = const T&;                    ///< Access to an element that is not changed.
+  using iterator = KORListValIterator<T>;              ///< Walks the elements.
+  using const_iterator = KORListValIterator<const T>;  ///< Walks elements that are not changed.
+  /// The first element.
+  const_iterator begin() const noexcept { return const_iterator(_elements.begin()); }
+  /// Behind the last element.
+  const_iterator end() const noexcept { return const_iterator(_elements.end()); }
+  /// The first element, to be changed.
+  iterator begin() noexcept { return iterator(_elements.begin()); }
+  /// Behind the last element, where elements are changed.
+  iterator end() noexcept { return iterator(_elements.end()); }
 
  private:
   void AppendOwned(std::unique_ptr<T> ioElement) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <vector>
 
 #include "KORSysBase/KORCollec.h"
@@ -59,6 +60,8 @@ class VYX_EXPORT KORListValKORUnicodeString {
 
   /// True for equal texts in the same order, compared byte for byte.
   bool operator==(const KORListValKORUnicodeString& iOther) const = default;
+  /// The order of the first texts that differ; of two lists that begin alike the shorter one comes first.
+  std::strong_ordering operator<=>(const KORListValKORUnicodeString& iOther) const = default;
 
   /// @{
   /// For range-based loops and the standard algorithms; iterators count from 0, as everywhere, and end with the next

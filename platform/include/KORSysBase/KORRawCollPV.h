@@ -43,6 +43,18 @@ class VYX_EXPORT KORRawCollPV {
   /// Removes every entry and keeps or releases the storage.
   void RemoveAll(KORCollec::MemoryHandling iHandling = KORCollec::MemoryHandling::ReleaseMemory);
 
+  /// True for the same pointers in the same order.
+  bool operator==(const KORRawCollPV& iOther) const = default;
+
+  /// @{
+  /// For range-based loops and the standard algorithms; pointers into the storage, which end with its next change.
+  using value_type = void*;
+  void* const* begin() const noexcept { return _pointers.data(); }
+  void* const* end() const noexcept { return _pointers.data() + _pointers.size(); }
+  void** begin() noexcept { return _pointers.data(); }
+  void** end() noexcept { return _pointers.data() + _pointers.size(); }
+  /// @}
+
  private:
   std::size_t Index(int iPosition) const noexcept {
     return VYX::Platform::CheckedIndex("KORRawCollPV", iPosition, Size());

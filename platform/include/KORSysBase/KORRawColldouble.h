@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <vector>
 
 #include "KORSysBase/KORCollec.h"
@@ -43,6 +44,8 @@ class VYX_EXPORT KORRawColldouble {
 
   /// True for equal numbers in the same order; a not-a-number equals nothing.
   bool operator==(const KORRawColldouble& iOther) const = default;
+  /// The order of the first numbers that differ; none where that is a not-a-number.
+  std::partial_ordering operator<=>(const KORRawColldouble& iOther) const = default;
 
   /// @{
   /// For range-based loops and the standard algorithms; iterators count from 0, as everywhere, and end with the next

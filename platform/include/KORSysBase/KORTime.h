@@ -1,6 +1,11 @@
 #pragma once
 
+#include <chrono>
+#include <compare>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <iosfwd>
 
 #include "KORSysTS/KORUnicodeString.h"
 #include "VYXExport.h"
@@ -49,10 +54,36 @@ class VYX_EXPORT KORTime {
    */
   KORUnicodeString ConvertToString(const KORUnicodeString& iFormat, KORTz iZone = KORTz::Local) const;
 
+  /// The moment of the standard library's clock; exact for the years 1678 to 2261, which 64-bit nanoseconds hold.
+  constexpr std::chrono::sys_time<std::chrono::nanoseconds> ToSysTime() const noexcept {
+    return std::chrono::sys_seconds(std::chrono::seconds(_seconds)) + std::chrono::nanoseconds(_nanoseconds);
+  }
+
+  /// The moment of a time of the standard library's clock.
+  static constexpr KORTime FromSysTime(std::chrono::sys_time<std::chrono::nanoseconds> iTime) noexcept {
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(iTime);
+    return KORTime(seconds.time_since_epoch().count(), static_cast<std::int32_t>((iTime - seconds).count()));
+  }
+
   /// True for the same moment to the nanosecond.
   constexpr bool operator==(const KORTime&) const noexcept = default;
+  /// The earlier moment comes first.
+  constexpr std::strong_ordering operator<=>(const KORTime&) const noexcept = default;
+
+  /// Writes the moment in UTC in the form of RFC 3339, "2026-01-31T23:59:59.000000001Z".
+  friend VYX_EXPORT std::ostream& operator<<(std::ostream& ioStream, const KORTime& iTime);
 
  private:
   std::int64_t _seconds = 0;
   std::int32_t _nanoseconds = 0;
+};
+
+/// Equal moments hash alike.
+template <>
+struct std::hash<KORTime> {
+  /// The hash of a value.
+  std::size_t operator()(const KORTime& iTime) const noexcept {
+    const auto seconds = static_cast<std::uint64_t>(iTime.GetUnixSeconds());
+    return std::hash<std::uint64_t>()(seconds * 1'000'000'007U + static_cast<std::uint32_t>(iTime.GetNanoseconds()));
+  }
 };

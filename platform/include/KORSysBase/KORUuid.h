@@ -1,7 +1,11 @@
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <iosfwd>
+#include <string_view>
 
 #include "VYXExport.h"
 
@@ -31,7 +35,23 @@ class VYX_EXPORT KORUuid {
 
   /// True for the same 128 bits.
   bool operator==(const KORUuid& iOther) const noexcept = default;
+  /// The order of the bytes, which is that of the text forms.
+  std::strong_ordering operator<=>(const KORUuid& iOther) const noexcept = default;
+
+  /// Writes the text form.
+  friend VYX_EXPORT std::ostream& operator<<(std::ostream& ioStream, const KORUuid& iUuid);
 
  private:
+  friend struct std::hash<KORUuid>;
+
   std::uint8_t _bytes[16] = {};
+};
+
+/// Equal identifiers hash alike.
+template <>
+struct std::hash<KORUuid> {
+  /// The hash of a value.
+  std::size_t operator()(const KORUuid& iUuid) const noexcept {
+    return std::hash<std::string_view>()({reinterpret_cast<const char*>(iUuid._bytes), sizeof iUuid._bytes});
+  }
 };

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <compare>
+#include <cstddef>
+#include <functional>
+#include <iosfwd>
 #include <string>
 #include <string_view>
 
@@ -41,6 +45,35 @@ class VYX_EXPORT KORString {
   /// Byte for byte; false for null, and for a string that holds a zero byte.
   bool operator==(const char* iOther) const noexcept { return iOther != nullptr && _text == iOther; }
 
+  /// @{
+  /// The order of the bytes as unsigned numbers; a null pointer counts as the empty string.
+  std::strong_ordering operator<=>(const KORString& iOther) const noexcept { return _text <=> iOther._text; }
+  std::strong_ordering operator<=>(const char* iOther) const noexcept {
+    return ToStringView() <=> std::string_view(iOther == nullptr ? "" : iOther);
+  }
+  /// @}
+
+  /// @{
+  /// The order of operator<=>. Spelled out, although that implies them: the standard library's transparent comparators
+  /// would otherwise take two strings for pointers.
+  friend bool operator<(const KORString& iLeft, const KORString& iRight) noexcept { return iLeft._text < iRight._text; }
+  friend bool operator>(const KORString& iLeft, const KORString& iRight) noexcept { return iRight < iLeft; }
+  friend bool operator<=(const KORString& iLeft, const KORString& iRight) noexcept { return !(iRight < iLeft); }
+  friend bool operator>=(const KORString& iLeft, const KORString& iRight) noexcept { return !(iLeft < iRight); }
+  /// @}
+
+  /// Writes the bytes, padded as the stream's width asks.
+  friend VYX_EXPORT std::ostream& operator<<(std::ostream& ioStream, const KORString& iText);
+
  private:
   std::string _text;
+};
+
+/// Equal strings hash alike.
+template <>
+struct std::hash<KORString> {
+  /// The hash of a value.
+  std::size_t operator()(const KORString& iText) const noexcept {
+    return std::hash<std::string_view>()(iText.ToStringView());
+  }
 };

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <compare>
+#include <concepts>
+#include <cstddef>
+#include <functional>
 #include <iosfwd>
 #include <string>
 
@@ -63,6 +67,15 @@ class VYX_EXPORT KORUnicodeChar {
   /// Equal to a code point, as in `text[0] == U'a'`; false for a byte.
   constexpr bool operator==(char32_t iCodePoint) const noexcept { return _value == iCodePoint && !IsByte(); }
 
+  /// The order of code points, bytes of ill-formed text behind them all; consistent with equality. The other side is a
+  /// character, a narrow one or a code point.
+  template <std::same_as<KORUnicodeChar> Self, class Other>
+  requires(std::same_as<Other, KORUnicodeChar> || std::same_as<Other, char> ||
+           std::same_as<Other, char32_t>) friend constexpr std::strong_ordering
+  operator<=>(const Self& iLeft, const Other& iRight) noexcept {
+    return iLeft._value <=> ValueOf(iRight);
+  }
+
   /// Writes the UTF-8 bytes of the character.
   friend VYX_EXPORT std::ostream& operator<<(std::ostream& ioStream, const KORUnicodeChar& iChar);
 
@@ -74,6 +87,9 @@ class VYX_EXPORT KORUnicodeChar {
     const auto byte = static_cast<unsigned char>(iChar);
     return byte < 0x80 ? byte : kFirstByte + byte;
   }
+  static constexpr char32_t ValueOf(const KORUnicodeChar& iChar) noexcept { return iChar._value; }
+  static constexpr char32_t ValueOf(char iChar) noexcept { return FromNarrow(iChar); }
+  static constexpr char32_t ValueOf(char32_t iCodePoint) noexcept { return iCodePoint; }
   static constexpr bool IsScalarValue(char32_t iValue) noexcept {
     return iValue < 0xD800 || (iValue > 0xDFFF && iValue <= 0x10FFFF);
   }
@@ -84,5 +100,16 @@ class VYX_EXPORT KORUnicodeChar {
     return IsAscii() ? static_cast<unsigned char>(_value) : static_cast<unsigned char>(0x1A);
   }
 
+  friend struct std::hash<KORUnicodeChar>;
+
   char32_t _value = 0;
+};
+
+/// Equal characters hash alike.
+template <>
+struct std::hash<KORUnicodeChar> {
+  /// The hash of a value.
+  std::size_t operator()(const KORUnicodeChar& iChar) const noexcept {
+    return std::hash<char32_t>()(KORUnicodeChar::ValueOf(iChar));
+  }
 };

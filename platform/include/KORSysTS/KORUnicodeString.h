@@ -268,6 +268,8 @@ class VYX_EXPORT KORUnicodeString {
   /// Byte for byte; a null pointer equals the empty text.
   bool operator==(const KORUnicodeString& iOther) const noexcept { return ToStringView() == iOther.ToStringView(); }
   bool operator==(const char* iOther) const noexcept { return ToStringView() == AsView(iOther); }
+  /// The same with the bytes of a view or a std::string, zero bytes included.
+  bool operator==(std::string_view iOther) const noexcept { return ToStringView() == iOther; }
   /// @}
   /// @{
   /// The order of the bytes as unsigned numbers, which is the order of code points; letter case counts.
@@ -275,6 +277,7 @@ class VYX_EXPORT KORUnicodeString {
     return ToStringView() <=> iOther.ToStringView();
   }
   std::strong_ordering operator<=>(const char* iOther) const noexcept { return ToStringView() <=> AsView(iOther); }
+  std::strong_ordering operator<=>(std::string_view iOther) const noexcept { return ToStringView() <=> iOther; }
   /// @}
 
   /// @{
@@ -316,6 +319,12 @@ class VYX_EXPORT KORUnicodeString {
   }
   friend KORUnicodeString operator+(const char* iLeft, const KORUnicodeString& iRight) {
     return Joined(AsView(iLeft), iRight.ToStringView());
+  }
+  friend KORUnicodeString operator+(const KORUnicodeString& iLeft, std::string_view iRight) {
+    return Joined(iLeft.ToStringView(), iRight);
+  }
+  friend KORUnicodeString operator+(std::string_view iLeft, const KORUnicodeString& iRight) {
+    return Joined(iLeft, iRight.ToStringView());
   }
   /// @}
   /// @{

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <string_view>
 #include <utility>
 
 #include "VYXExport.h"
@@ -69,6 +72,25 @@ class VYX_EXPORT Binary {
   /// True for a size of 0.
   bool IsEmpty() const noexcept { return _size == 0; }
 
+  /// The bytes as a view, valid while an owner of the data lives. It and the iterators suit a std::span, too.
+  std::string_view ToStringView() const noexcept { return {_data, static_cast<std::size_t>(_size)}; }
+
+  /// @{
+  /// The bytes as a contiguous range.
+  using value_type = char;
+  using const_iterator = const char*;
+  const char* begin() const noexcept { return _data; }
+  const char* end() const noexcept { return _data + _size; }
+  /// @}
+
+  /// @{
+  /// The same bytes, wherever they stand; the order is that of the bytes as unsigned numbers.
+  bool operator==(const Binary& iOther) const noexcept { return ToStringView() == iOther.ToStringView(); }
+  std::strong_ordering operator<=>(const Binary& iOther) const noexcept {
+    return ToStringView() <=> iOther.ToStringView();
+  }
+  /// @}
+
  private:
   struct Owner;
   void Drop() noexcept;
@@ -89,6 +111,15 @@ class VYX_EXPORT BinarySlice {
 
   /// Number of bytes.
   std::uint64_t GetSize() const noexcept { return _size; }
+
+  /// The bytes as a view.
+  std::string_view ToStringView() const noexcept { return {_data, static_cast<std::size_t>(_size)}; }
+
+  /// @{
+  /// The bytes as a contiguous range.
+  const char* begin() const noexcept { return _data; }
+  const char* end() const noexcept { return _data + _size; }
+  /// @}
 
  private:
   const char* _data;
@@ -114,3 +145,12 @@ class VYX_EXPORT BinaryReader {
 };
 
 }  // namespace QB
+
+/// Buffers of equal bytes hash alike.
+template <>
+struct std::hash<QB::Binary> {
+  /// The hash of a value.
+  std::size_t operator()(const QB::Binary& iBinary) const noexcept {
+    return std::hash<std::string_view>()(iBinary.ToStringView());
+  }
+};

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <compare>
 #include <cstddef>
+#include <iterator>
 #include <string>
 #include <vector>
 
@@ -35,22 +37,54 @@ class VYX_EXPORT Paths {
   /// Walks the entries in order.
   class VYX_EXPORT Iterator {
    public:
+    /// @{
+    /// What the standard library asks of an iterator.
+    using iterator_concept = std::random_access_iterator_tag;
+    using iterator_category = std::input_iterator_tag;  // views are made when they are read
+    using value_type = StringView;
+    using difference_type = std::ptrdiff_t;
+    using pointer = void;
+    using reference = StringView;
+    /// @}
+
+    /// Stands nowhere.
+    Iterator() noexcept = default;
     /// Stands at an entry.
     explicit Iterator(const std::string* iEntry) noexcept : _entry(iEntry) {}
 
     /// The entry as a view.
     StringView operator*() const noexcept { return StringView(std::string_view(*_entry)); }
 
-    /// Steps to the next entry.
-    Iterator& operator++() noexcept {
-      ++_entry;
+    /// The entry at a distance.
+    StringView operator[](difference_type iDistance) const noexcept { return *(*this + iDistance); }
+
+    /// @{
+    /// Moves to another entry of the list, or behind its last one.
+    Iterator& operator++() noexcept { return *this += 1; }
+    Iterator& operator--() noexcept { return *this -= 1; }
+    Iterator operator++(int) noexcept { return Iterator(_entry++); }
+    Iterator operator--(int) noexcept { return Iterator(_entry--); }
+    Iterator& operator+=(difference_type iDistance) noexcept {
+      _entry += iDistance;
       return *this;
     }
-    /// True at the same entry.
+    Iterator& operator-=(difference_type iDistance) noexcept { return *this += -iDistance; }
+    friend Iterator operator+(Iterator iFrom, difference_type iDistance) noexcept { return iFrom += iDistance; }
+    friend Iterator operator+(difference_type iDistance, Iterator iFrom) noexcept { return iFrom += iDistance; }
+    friend Iterator operator-(Iterator iFrom, difference_type iDistance) noexcept { return iFrom -= iDistance; }
+    /// @}
+    /// The number of entries between two places of one list.
+    friend difference_type operator-(const Iterator& iLeft, const Iterator& iRight) noexcept {
+      return iLeft._entry - iRight._entry;
+    }
+    /// @{
+    /// The order of the places in one list.
     bool operator==(const Iterator& iOther) const noexcept = default;
+    std::strong_ordering operator<=>(const Iterator& iOther) const noexcept = default;
+    /// @}
 
    private:
-    const std::string* _entry;
+    const std::string* _entry = nullptr;
   };
 
   /// An empty list.

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <compare>
+#include <cstddef>
+#include <functional>
+#include <iosfwd>
 #include <string_view>
 
 #include "KORSysTS/KORUnicodeString.h"
@@ -47,11 +51,30 @@ class VYX_EXPORT StringView {
   /// The bytes, without the zero byte behind them.
   std::string_view ToStringView() const noexcept { return _text.ToStringView(); }
 
-  /// True for equal bytes.
+  /// @{
+  /// Byte for byte; the order is that of the bytes as unsigned numbers.
   bool operator==(const StringView& iOther) const noexcept { return ToStringView() == iOther.ToStringView(); }
+  bool operator==(std::string_view iOther) const noexcept { return ToStringView() == iOther; }
+  std::strong_ordering operator<=>(const StringView& iOther) const noexcept {
+    return ToStringView() <=> iOther.ToStringView();
+  }
+  std::strong_ordering operator<=>(std::string_view iOther) const noexcept { return ToStringView() <=> iOther; }
+  /// @}
+
+  /// Writes the bytes, padded as the stream's width asks.
+  friend VYX_EXPORT std::ostream& operator<<(std::ostream& ioStream, const StringView& iText);
 
  private:
   KORUnicodeString _text;
 };
 
 }  // namespace QB
+
+/// A view hashes like the text that it shows.
+template <>
+struct std::hash<QB::StringView> {
+  /// The hash of a value.
+  std::size_t operator()(const QB::StringView& iText) const noexcept {
+    return std::hash<std::string_view>()(iText.ToStringView());
+  }
+};

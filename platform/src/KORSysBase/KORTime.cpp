@@ -1,6 +1,7 @@
 #include "KORSysBase/KORTime.h"
 
 #include <charconv>
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -240,4 +241,10 @@ KORUnicodeString KORTime::ConvertToString(const KORUnicodeString& iFormat, KORTz
     VYX::Os::ToUtcCalendar(_seconds, calendar);
   }
   return KORUnicodeString(std::string_view(Formatter(calendar, _seconds).Format(iFormat.ToStringView())));
+}
+
+std::ostream& operator<<(std::ostream& ioStream, const KORTime& iTime) {
+  std::string fraction = std::to_string(iTime._nanoseconds);
+  fraction.insert(0, fraction.size() < 9 ? 9 - fraction.size() : 0, '0');
+  return ioStream << iTime.ConvertToString("%Y-%m-%dT%H:%M:%S.", KORTz::Utc) << fraction << 'Z';
 }

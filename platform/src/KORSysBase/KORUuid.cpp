@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <exception>
 #include <iterator>
+#include <ostream>
 
 #include "pending_error.h"
 #include "platform/os/system_information.h"
@@ -39,4 +40,10 @@ void KORUuid::UUID_to_chaine(char* oText, unsigned int) const noexcept {
     *oText++ = kDigits[_bytes[index] & 0x0F];
   }
   *oText = '\0';
+}
+
+std::ostream& operator<<(std::ostream& ioStream, const KORUuid& iUuid) {
+  char text[KORUuid::kTextLength + 1];
+  iUuid.UUID_to_chaine(text, 0);
+  return ioStream << text;
 }

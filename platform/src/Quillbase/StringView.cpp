@@ -1,6 +1,7 @@
 #include "Quillbase/StringView.h"
 
 #include <new>
+#include <ostream>
 
 namespace QB {
 
@@ -8,6 +9,10 @@ StringView& StringView::operator=(const StringView& iOther) noexcept {
   const std::string_view text = iOther.ToStringView();
   new (&_text) KORUnicodeString(KORUnicodeString::Borrowed(), text.data(), text.size());
   return *this;
+}
+
+std::ostream& operator<<(std::ostream& ioStream, const StringView& iText) {
+  return ioStream << iText.ToStringView();
 }
 
 }  // namespace QB
