@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "support/binaries.h"
 #include "support/captured_stdout.h"
 #include "support/temporary_folder.h"
 #include "support/transfer_doubles.h"
@@ -16,24 +17,16 @@ using testing::_;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using VYX::Inf::LoadableContent;
+using VYX::Test::BytesOf;
 using VYX::Test::CapturedStdout;
 using VYX::Test::FailureLogIn;
 using VYX::Test::FailureReturnIn;
 using VYX::Test::MapReceiver;
+using VYX::Test::OwnedBinary;
 using VYX::Test::RecordingTransmitter;
 using VYX::Test::TemporaryFolder;
 
 constexpr const char* kSource = "VYXInfLoadableContent.cpp";
-
-QB::Binary Bytes(std::string_view iText) {
-  char* const data = QB::allocateArrayChar(iText.size());
-  std::memcpy(data, iText.data(), iText.size());
-  return QB::Binary(data, iText.size(), &QB::deallocateArrayChar);
-}
-
-std::string TextOf(const QB::Binary& iBinary) {
-  return iBinary.IsEmpty() ? std::string() : std::string(iBinary.GetData(), static_cast<size_t>(iBinary.GetSize()));
-}
 
 // A location whose path, behind the eight characters that are cut off, is an absolute one.
 KORUnicodeString LocationOf(const std::string& iNativePath) {
@@ -62,10 +55,10 @@ TEST(VYXInfLoadableContent, AnswersInlineBytesWithoutTheFileSystem) {
   constexpr std::string_view kInline("in\0line", 7);
   CapturedStdout captured;
   for (const LoadableContent& content :
-       {LoadableContent(Bytes(kInline)), LoadableContent(LocationOf(path), Bytes(kInline)),
-        LoadableContent("file:////no/such/file", Bytes(kInline))}) {
+       {LoadableContent(OwnedBinary(kInline)), LoadableContent(LocationOf(path), OwnedBinary(kInline)),
+        LoadableContent("file:////no/such/file", OwnedBinary(kInline))}) {
     EXPECT_EQ(content.GetSize(), kInline.size());
-    EXPECT_EQ(TextOf(content.GetBinary()), kInline);
+    EXPECT_EQ(BytesOf(content.GetBinary()), kInline);
   }
   EXPECT_THAT(captured.LogLines(), IsEmpty());
 }
@@ -78,10 +71,10 @@ TEST(VYXInfLoadableContent, LoadsItsFileOnce) {
   folder.MakeFile("x.bin", "second");
   EXPECT_EQ(content.GetSize(), 6u) << "asking for the size loads nothing";
   const QB::Binary bytes = content.GetBinary();
-  EXPECT_EQ(TextOf(bytes), "second");
+  EXPECT_EQ(BytesOf(bytes), "second");
   folder.MakeFile("x.bin", "third one");
   const QB::Binary again = content.GetBinary();
-  EXPECT_EQ(TextOf(again), "second");
+  EXPECT_EQ(BytesOf(again), "second");
   EXPECT_EQ(again.GetData(), bytes.GetData()) << "shared, not copied";
   EXPECT_EQ(content.GetSize(), 6u);
 }
@@ -138,7 +131,7 @@ TEST(VYXInfLoadableContent, TracesMissingFiles) {
   ASSERT_FALSE(lines.empty());
   EXPECT_THAT(lines.back(), FailureLogIn(kSource));
   folder.MakeFile("missing", "came later");
-  EXPECT_EQ(TextOf(content.GetBinary()), "came later");
+  EXPECT_EQ(BytesOf(content.GetBinary()), "came later");
 }
 
 TEST(VYXInfLoadableContent, RefusesFoldersAndZeroBytes) {
@@ -168,7 +161,7 @@ TEST(VYXInfLoadableContent, TransfersWhatItHolds) {
 }
 
 TEST(VYXInfLoadableContent, StopsTransferAtTheFirstRefusal) {
-  const LoadableContent content("here", Bytes("b"));
+  const LoadableContent content("here", OwnedBinary("b"));
   RecordingTransmitter noLocation;
   noLocation.refusedKey = "location";
   RecordingTransmitter noContent;
@@ -184,11 +177,11 @@ TEST(VYXInfLoadableContent, StopsTransferAtTheFirstRefusal) {
 TEST(VYXInfLoadableContent, ReceivesBothFields) {
   MapReceiver receiver;
   receiver.strings["location"] = "there";
-  receiver.binaries["content"] = Bytes("new");
-  LoadableContent content("here", Bytes("old"));
+  receiver.binaries["content"] = OwnedBinary("new");
+  LoadableContent content("here", OwnedBinary("old"));
   EXPECT_TRUE(content.Receive(receiver));
   EXPECT_THAT(receiver.reads, ElementsAre("location", "content"));
-  EXPECT_EQ(TextOf(content.GetBinary()), "new");
+  EXPECT_EQ(BytesOf(content.GetBinary()), "new");
   EXPECT_EQ(LocationIn(content), "there");
 }
 
@@ -196,21 +189,21 @@ TEST(VYXInfLoadableContent, StaysAsItIsWhenAFieldIsMissing) {
   MapReceiver noContent;
   noContent.strings["location"] = "there";
   MapReceiver noLocation;
-  noLocation.binaries["content"] = Bytes("new");
-  LoadableContent content("here", Bytes("old"));
+  noLocation.binaries["content"] = OwnedBinary("new");
+  LoadableContent content("here", OwnedBinary("old"));
   CapturedStdout captured;
   EXPECT_FALSE(content.Receive(noContent));
   EXPECT_FALSE(content.Receive(noLocation));
   EXPECT_THAT(captured.LogLines(), ElementsAre(FailureReturnIn(kSource), FailureReturnIn(kSource)));
-  EXPECT_EQ(TextOf(content.GetBinary()), "old");
+  EXPECT_EQ(BytesOf(content.GetBinary()), "old");
   EXPECT_EQ(LocationIn(content), "here");
 }
 
 TEST(VYXInfLoadableContent, CopiesBothFields) {
-  const LoadableContent first("here", Bytes("bytes"));
+  const LoadableContent first("here", OwnedBinary("bytes"));
   LoadableContent second = first;
   EXPECT_EQ(LocationIn(second), "here");
-  EXPECT_EQ(TextOf(second.GetBinary()), "bytes");
+  EXPECT_EQ(BytesOf(second.GetBinary()), "bytes");
   second = LoadableContent();
   EXPECT_EQ(second.GetSize(), 0u);
   second = first;

@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
-#include <cstring>
 #include <functional>
 #include <limits>
 #include <memory>
@@ -19,6 +18,7 @@
 #include "VYXInfMediaContainer.h"
 #include "VYXInfTransferableFactory.h"
 #include "VYXListAccess.h"
+#include "support/binaries.h"
 #include "support/captured_stdout.h"
 
 namespace {
@@ -38,26 +38,18 @@ using VYX::Inf::MediaContainer;
 using VYX::Inf::PropertyTreeReceiver;
 using VYX::Inf::PropertyTreeTransmitter;
 using VYX::Inf::TransferableFactory;
+using VYX::Test::BytesOf;
 using VYX::Test::CapturedStdout;
 using VYX::Test::ConsoleLevel;
 using VYX::Test::Detail;
 using VYX::Test::FailureReturnIn;
+using VYX::Test::OwnedBinary;
 
 constexpr const char* kSource = "VYXPropertyTreeTransfer.cpp";
 constexpr std::size_t kMaxDepth = PropertyTreeTransmitter::kMaxDepth;
 
 KORUnicodeString Text(std::string_view iText) {
   return KORUnicodeString(iText);
-}
-
-QB::Binary Bytes(std::string_view iText) {
-  char* const data = QB::allocateArrayChar(iText.size());
-  std::memcpy(data, iText.data(), iText.size());
-  return QB::Binary(data, iText.size(), &QB::deallocateArrayChar);
-}
-
-std::string TextOf(const QB::Binary& iBinary) {
-  return iBinary.IsEmpty() ? std::string() : std::string(iBinary.GetData(), static_cast<size_t>(iBinary.GetSize()));
 }
 
 // A media item that counts its likes.
@@ -224,7 +216,7 @@ TEST_F(TransferTest, CarriesEveryKindOfField) {
     object.boolean = row.boolean;
     object.integer = row.integer;
     object.number = row.number;
-    object.binary = Bytes(row.binary);
+    object.binary = OwnedBinary(row.binary);
     object.string = Text(row.string);
     VYXPropertyTree document;
     ASSERT_TRUE(PropertyTreeTransmitter::Transmit(object, document));
@@ -233,7 +225,7 @@ TEST_F(TransferTest, CarriesEveryKindOfField) {
     EXPECT_EQ(rebuilt->boolean, row.boolean);
     EXPECT_EQ(rebuilt->integer, row.integer);
     EXPECT_EQ(rebuilt->number, row.number);
-    EXPECT_TRUE(TextOf(rebuilt->binary) == row.binary);
+    EXPECT_TRUE(BytesOf(rebuilt->binary) == row.binary);
     EXPECT_TRUE(rebuilt->string == Text(row.string));
   }
 }
@@ -241,7 +233,7 @@ TEST_F(TransferTest, CarriesEveryKindOfField) {
 TEST_F(TransferTest, WritesBytesInBase64) {
   VYXPropertyTree tree;
   PropertyTreeTransmitter transmitter(tree);
-  EXPECT_TRUE(LoadableContent("file:///x", Bytes("foob")).Transfer(transmitter));
+  EXPECT_TRUE(LoadableContent("file:///x", OwnedBinary("foob")).Transfer(transmitter));
   EXPECT_EQ(JsonOf(tree), R"({"content":"Zm9vYg==","location":"file:///x"})");
 }
 
@@ -530,7 +522,7 @@ TEST_F(TransferTest, LeavesOutputsAloneOnFailure) {
     bool boolean = true;
     std::int64_t integer = 2;
     double number = 3;
-    QB::Binary binary = Bytes("b");
+    QB::Binary binary = OwnedBinary("b");
     KORUnicodeString string = "s";
     std::vector<std::shared_ptr<ITransferable>> objects(1);
     EXPECT_FALSE(receiver.GetBoolean(key, boolean));
@@ -542,7 +534,7 @@ TEST_F(TransferTest, LeavesOutputsAloneOnFailure) {
     EXPECT_TRUE(boolean);
     EXPECT_EQ(integer, 2);
     EXPECT_EQ(number, 3);
-    EXPECT_EQ(TextOf(binary), "b");
+    EXPECT_EQ(BytesOf(binary), "b");
     EXPECT_EQ(string, std::string_view(key) == "text" ? "?" : "s");
     EXPECT_EQ(objects.size(), 1u);
   }
