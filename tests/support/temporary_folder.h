@@ -28,6 +28,9 @@ class TemporaryFolder {
   /// Creates a file inside; answers its native path.
   std::string MakeFile(std::string_view iRelative, std::string_view iContent) const;
 
+  /// False on a host, or for a user, that makes no links.
+  static bool CanMakeLinks();
+
   /// Creates a link inside; answers its native path.
   std::string MakeLink(std::string_view iRelative, const std::string& iTarget) const;
 
@@ -36,6 +39,7 @@ class TemporaryFolder {
 
  private:
   std::string _path;
+  [[maybe_unused]] bool _isOfParent = false;  // of the process that runs the same test, see replay.h
 };
 
 /// The whole content of a file, by means of the standard library; "<unreadable>" when there is none.

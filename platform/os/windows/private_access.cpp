@@ -27,6 +27,7 @@ class HostMemory {
   void* _memory = nullptr;
 };
 
+// The host itself needs no entry and may have one.
 bool NamesOnly(PSID iUser, PACL iList) noexcept {
   if (iList == nullptr) {
     return false;  // no list lets everybody in
@@ -37,7 +38,8 @@ bool NamesOnly(PSID iUser, PACL iList) noexcept {
       return false;
     }
     auto* const allowed = static_cast<ACCESS_ALLOWED_ACE*>(entry);
-    if (allowed->Header.AceType == ACCESS_ALLOWED_ACE_TYPE && EqualSid(&allowed->SidStart, iUser) == 0) {
+    if (allowed->Header.AceType == ACCESS_ALLOWED_ACE_TYPE && EqualSid(&allowed->SidStart, iUser) == 0 &&
+        IsWellKnownSid(&allowed->SidStart, WinLocalSystemSid) == 0) {
       return false;
     }
   }

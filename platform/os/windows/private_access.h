@@ -20,7 +20,8 @@ class PrivateAccess {
   /// The host's SECURITY_ATTRIBUTES; for one call.
   void* Get() noexcept;
 
-  /// True for an open folder that belongs to the user of the running process, and whose rights name nobody else.
+  /// True for an open folder that belongs to the user of the running process, and whose rights name nobody else but
+  /// the host itself.
   bool IsThatOf(void* iFolder) const noexcept;
 
  private:

@@ -42,6 +42,10 @@ std::string TemporaryFolder::MakeFile(std::string_view iRelative, std::string_vi
   return Native(iRelative);
 }
 
+bool TemporaryFolder::CanMakeLinks() {
+  return true;
+}
+
 std::string TemporaryFolder::MakeLink(std::string_view iRelative, const std::string& iTarget) const {
   fs::create_symlink(iTarget, Native(iRelative));
   return Native(iRelative);
