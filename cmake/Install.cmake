@@ -27,6 +27,9 @@ endif()
 
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/VYXInfUtils.m/include/" "${PROJECT_SOURCE_DIR}/platform/include/"
   DESTINATION "${include_folder}" COMPONENT VYXInfUtils_Development)
+if(WIN32)
+  include(InstallWindows)
+endif()
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/resources/logging" DESTINATION "${resource_folder}"
   COMPONENT VYXInfUtils_Development)
 # The pages lie to each other, and to the examples, as they do in the tree, so that their links hold.

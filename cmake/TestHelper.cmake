@@ -23,6 +23,18 @@ function(vyx_add_test iName)
     PROPERTIES LABELS ${label} TIMEOUT 300)
 endfunction()
 
+# vyx_add_caller_test(NAME SOURCES...): one test program that uses the shared library as callers do, by its exported
+# headers alone, and stands beside it where the host looks for it there.
+function(vyx_add_caller_test iName)
+  cmake_parse_arguments(TEST "" "" "SOURCES" ${ARGN})
+  add_executable(${iName} ${TEST_SOURCES})
+  target_link_libraries(${iName} PRIVATE vyx_settings VYXInfUtils::VYXInfUtils GTest::gtest_main)
+  target_compile_options(${iName} PRIVATE ${VYX_TEST_OPTIONS})
+  set_target_properties(${iName} PROPERTIES RUNTIME_OUTPUT_DIRECTORY "${VYX_PROGRAM_FOLDER}")
+  gtest_discover_tests(${iName} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
+    PROPERTIES LABELS unit TIMEOUT 300)
+endfunction()
+
 # vyx_use_programs(NAME): the test starts programs. It stands beside them, and knows the path of the test's own child
 # program by a macro.
 function(vyx_use_programs iName)

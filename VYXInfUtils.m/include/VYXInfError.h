@@ -75,7 +75,7 @@ struct std::hash<VYXInfError> {
   }
 };
 
-extern template class VYX_EXPORT KORListVal<VYXInfError>;
+VYX_EXTERN_TEMPLATE(KORListVal<VYXInfError>);
 
 /// A list of errors, held by value, positions counted from 1; KORListVal tells the rules. Copies do not consult the
 /// platform's pending error again.

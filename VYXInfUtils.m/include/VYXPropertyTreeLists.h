@@ -31,9 +31,9 @@ using vyx_bool = bool;
 /// The element type of the list of integers.
 using vyx_int64_t = std::int64_t;
 
-extern template class VYX_EXPORT KORListVal<vyx_bool>;
-extern template class VYX_EXPORT KORListVal<vyx_int64_t>;
-extern template class VYX_EXPORT KORListVal<VYXPropertyTree>;
+VYX_EXTERN_TEMPLATE(KORListVal<vyx_bool>);
+VYX_EXTERN_TEMPLATE(KORListVal<vyx_int64_t>);
+VYX_EXTERN_TEMPLATE(KORListVal<VYXPropertyTree>);
 
 /// A list of Booleans, held by value, positions counted from 1; KORListVal tells the rules.
 class VYX_EXPORT KORListValvyx_bool : public KORListVal<vyx_bool> {

@@ -23,3 +23,13 @@
 #else
 #define VYX_EXPORT __attribute__((visibility("default")))
 #endif
+
+/**
+ * Says that the members of a template's instance stand in the shared library. On Windows the compiler exports none of
+ * them; there every module that uses the instance makes its own.
+ */
+#if defined(_WIN32)
+#define VYX_EXTERN_TEMPLATE(...) static_assert(sizeof(__VA_ARGS__) > 0)
+#else
+#define VYX_EXTERN_TEMPLATE(...) extern template class VYX_EXPORT __VA_ARGS__
+#endif

@@ -11,6 +11,7 @@
 #include "VYXInfSystemUtil.h"
 #include "support/captured_stdout.h"
 #include "support/injected_faults.h"
+#include "support/settled_clock.h"
 #include "support/temporary_folder.h"
 
 namespace {

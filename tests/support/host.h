@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <set>
 #include <string>
+#include <vector>
 
 /// What tests ask of the host by other ways than the library's.
 namespace VYX::Test {
@@ -10,11 +11,30 @@ namespace VYX::Test {
 /// The number of the running process.
 int OwnProcess();
 
-/// The file name of the running program.
+/// The file name of the running program, and its path in the host's own spelling.
 std::string OwnProgram();
+std::string OwnProgramPath();
 
 /// Sets an environment variable to a UTF-8 text; null takes it away.
 void SetVariable(const std::string& iName, const char* iValue);
+
+/// Every entry of the environment as a whole, in the host's order; and how all are taken away.
+std::vector<std::string> HostVariables();
+void ClearEnvironment();
+
+/// The memory of the running process that is in use, and that of the host, in bytes.
+std::int64_t HostMemoryUsage();
+std::uint64_t HostMemory();
+
+/// What the host counts in one second by its monotonic clock.
+std::uint64_t HostClockFrequency();
+
+/// Closes standard output; makes it a pipe that nobody reads.
+void CloseStandardOutput();
+void BreakStandardOutput();
+
+/// Runs another program in the place of this one, with its standard streams.
+[[noreturn]] void Become(const char* iProgram);
 
 /// The children of a process as the host lists them; on POSIX hosts those among them that have ended and were not heard
 /// of.

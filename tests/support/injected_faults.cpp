@@ -80,8 +80,6 @@ bool IsInterrupted() {
   return gShort.isInterrupted;
 }
 
-timespec gTime;
-
 }  // namespace
 
 InjectedFaults::InjectedFaults(int iFirst, int iError, bool iIsOnce) {
@@ -110,18 +108,6 @@ ShortTransfers::ShortTransfers(std::size_t iMost) {
   Calls().Write = [](int iFile, const void* iData, std::size_t iSize) -> ssize_t {
     return IsInterrupted() ? -1 : gShort.real.Write(iFile, iData, std::min(iSize, gShort.most));
   };
-}
-
-SettledClock::SettledClock(timespec iTime) {
-  Set(iTime);
-  Calls().ClockGetTime = [](clockid_t, timespec* oTime) {
-    *oTime = gTime;
-    return 0;
-  };
-}
-
-void SettledClock::Set(timespec iTime) {
-  gTime = iTime;
 }
 
 }  // namespace VYX::Test

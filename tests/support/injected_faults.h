@@ -51,15 +51,4 @@ class ShortTransfers {
   SavedSystemCalls _saved;
 };
 
-/// While the object lives, both clocks of the host show what was last set.
-class SettledClock {
- public:
-  explicit SettledClock(timespec iTime);
-
-  void Set(timespec iTime);
-
- private:
-  SavedSystemCalls _saved;
-};
-
 }  // namespace VYX::Test

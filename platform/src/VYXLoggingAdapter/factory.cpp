@@ -5,6 +5,7 @@
 #include "KORSysBase/KORPath.h"
 #include "VYXLoggingAdapter/TextFileSink.h"
 #include "platform/os/console.h"
+#include "platform/os/native_path.h"
 #include "platform/src/VYXLoggingAdapter/channel_logger.h"
 #include "platform/src/VYXLoggingAdapter/console_sink.h"
 #include "platform/src/VYXLoggingAdapter/file_sink.h"
@@ -53,7 +54,7 @@ std::shared_ptr<FileSink> MakeFileSink(const TextFileSink& iDescription) {
   std::string name = NativePath(iDescription.GetFile());
   // A file that is given with its folder stands there.
   options.name = FileNamePattern::Literal(name);
-  if (name.find('/') != std::string::npos) {
+  if (name.find(Os::NativeSeparator()) != std::string::npos) {
     options.folder.clear();
   }
   auto sink = std::make_shared<FileSink>(std::move(options), std::move(format), std::move(filter));

@@ -15,15 +15,22 @@ namespace {
 constexpr std::size_t kPendingLimit = 64 * 1024;
 constexpr int kErrorLevel = 1;
 
+// Slashes separate everywhere; the host's own separator may be another one.
+std::string Native(std::string iPath) {
+  std::replace(iPath.begin(), iPath.end(), '/', Os::NativeSeparator());
+  return iPath;
+}
+
 std::string Joined(const std::string& iFolder, const std::string& iName) {
-  if (iFolder.empty() || iName.starts_with('/')) {
+  if (iFolder.empty() || Os::IsAbsolute(iName)) {
     return iName;
   }
-  return iFolder + (iFolder.ends_with('/') ? "" : "/") + iName;
+  const bool isEnded = iFolder.ends_with(Os::NativeSeparator());
+  return isEnded ? iFolder + iName : iFolder + Os::NativeSeparator() + iName;
 }
 
 std::size_t NameStart(const std::string& iPath) {
-  const std::size_t separator = iPath.rfind('/');
+  const std::size_t separator = iPath.rfind(Os::NativeSeparator());
   return separator == std::string::npos ? 0 : separator + 1;
 }
 
@@ -41,6 +48,8 @@ void MakeFolderOf(const std::string& iPath) {
 
 // The file is opened later, and more than once: it must not move with the current folder.
 FileSinkOptions Anchored(FileSinkOptions iOptions) {
+  iOptions.folder = Native(std::move(iOptions.folder));
+  iOptions.target = Native(std::move(iOptions.target));
   std::string here;
   if (Os::CurrentFolder(here).IsOk()) {
     if (!Os::IsAbsolute(iOptions.folder)) {
@@ -152,7 +161,7 @@ void FileSink::RetireFullFile() {
 
 bool FileSink::OpenLocked(const Os::WallTime& iTime) {
   _checkedSecond = iTime.seconds;
-  _path = Joined(_options.folder, _options.name.Expand(_number, iTime));
+  _path = Joined(_options.folder, Native(_options.name.Expand(_number, iTime)));
   MakeFolderOf(_path);
   const Os::Status status = OpenDescriptor();
   if (!status.IsOk()) {

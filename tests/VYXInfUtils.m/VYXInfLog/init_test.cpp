@@ -1,7 +1,5 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -14,7 +12,9 @@
 
 #include "VYXInfLog.h"
 #include "VYXInfSystemUtil.h"
+#include "init_testing.h"
 #include "support/child_process.h"
+#include "support/host.h"
 #include "support/temporary_folder.h"
 
 namespace {
@@ -24,8 +24,7 @@ using testing::ElementsAreArray;
 using testing::IsEmpty;
 using VYX::Test::ChildResult;
 using VYX::Test::ContentOf;
-
-using Environment = std::vector<std::pair<std::string, const char*>>;
+using VYX::Test::Init;
 
 const char* const kInternalError = "[FATAL] ********** Internal error: Logging not closed before shutdown. **********";
 
@@ -47,30 +46,6 @@ std::vector<std::string> Lines(const std::string& iLog) {
   }
   return lines;
 }
-
-// Each test runs in a child: the default logger and the outputs belong to the whole process.
-class Init : public testing::Test {
- protected:
-  ChildResult Run(const std::function<void()>& iBody, Environment iEnvironment = {}) {
-    Environment environment{{"VYX_LOG_CONFIG_FILE", nullptr}, {"VYX_LOG_OUTPUT", nullptr}, {"VYX_LOG_LEVEL", nullptr}};
-    environment.insert(environment.end(), iEnvironment.begin(), iEnvironment.end());
-    const ChildResult result = VYX::Test::RunInChild(iBody, environment);
-    EXPECT_TRUE(result.IsGood()) << result.code << "\n" << result.output << result.error;
-    return result;
-  }
-  static void Log(VYXInfLogLevel iLevel, const char* iText) {
-    const auto logger = VYXInfLog::GetDefaultLogger();
-    if (!logger->IsFiltered(iLevel)) {
-      logger->Log(iLevel, iText);
-    }
-  }
-  std::string SettingsFile() {
-    return _folder.MakeFile("log.ini", "[Sinks.A]\nDestination=TextFile\nFormat=[%Severity%] %Message%\nFileName=" +
-                                           _folder.Native("settings.log") + "\n");
-  }
-
-  VYX::Test::TemporaryFolder _folder;
-};
 
 TEST_F(Init, WritesToTheConsoleWithoutAFile) {
   const ChildResult child = Run([] {
@@ -332,61 +307,6 @@ TEST_F(Init, StrangePathsInTheEnvironmentAreTracedAndIgnored) {
   EXPECT_THAT(_folder.Names("two\nlines"), ElementsAre());
 }
 
-// A program that runs with the rights of its file's owner.
-TEST_F(Init, RaisedPrivilegesIgnoreTheEnvironment) {
-  if (::geteuid() != 0) {
-    GTEST_SKIP() << "only the superuser can hand out rights";
-  }
-  const std::string program = _folder.Native("raised");
-  std::filesystem::copy_file(VYX_BEFORE_MAIN_PROGRAM, program);
-  ASSERT_EQ(::chmod(_folder.Native().c_str(), 0755), 0);
-  const std::string folder = _folder.MakeFolder("steered");
-  const auto run = [&](mode_t iMode) {
-    EXPECT_EQ(::chmod(program.c_str(), iMode), 0);
-    return Run(
-               [&program] {
-                 constexpr uid_t kNobody = 65534;
-                 if (::setgid(kNobody) == 0 && ::setuid(kNobody) == 0) {
-                   ::execl(program.c_str(), program.c_str(), nullptr);
-                 }
-                 std::_Exit(98);
-               },
-               {{"VYX_LOG_LEVEL", "DEBUG"}, {"VYX_LOG_CONFIG_FILE", folder.c_str()}})
-        .output;
-  };
-  EXPECT_THAT(run(0755), testing::HasSubstr("Config=<" + folder + ">"));
-  EXPECT_THAT(run(04755), testing::Not(testing::HasSubstr(folder)));
-}
-
-TEST_F(Init, NeverWaitsForTheReaderOfAPipe) {
-  const std::string pipe = _folder.Native("pipe");
-  ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
-  const ChildResult child = Run([&pipe] {
-    VYXInfLog::Init(INFO, KORUnicodeString(std::string_view(pipe)), "");
-    Log(ERROR, "goes on");
-    VYXInfLog::Close();
-  });
-  EXPECT_THAT(child.output + child.error, testing::HasSubstr("cannot open '" + pipe + "': No such device or address"));
-}
-
-TEST_F(Init, ItsFileIsNotReadableForOthersAndNoStrangersLink) {
-  const std::string victim = _folder.MakeFile("victim", "precious");
-  const std::string shared = _folder.MakeFolder("shared");
-  _folder.MakeLink("shared/link.log", victim);
-  ASSERT_EQ(::chmod(shared.c_str(), 01777), 0);
-  for (const char* const name : {"shared/link.log", "shared/own.log"}) {
-    Run([this, name] {
-      ::umask(0);
-      VYXInfLog::Init(INFO, _folder.Path(name), "");
-      VYXInfLog::Close();
-    });
-  }
-  EXPECT_EQ(ContentOf(victim), "precious");
-  struct stat info {};
-  ASSERT_EQ(::stat(_folder.Native("shared/own.log").c_str(), &info), 0);
-  EXPECT_EQ(info.st_mode & 0777U, 0640U);
-}
-
 TEST_F(Init, LevelsOutsideTheTableAreShownAsTrace) {
   const ChildResult child = Run([] {
     VYXInfLog::Init(static_cast<VYXInfLogLevel>(9), "", "");
@@ -419,7 +339,7 @@ TEST_F(Init, AReferenceKeptOverCloseStillLogs) {
 
 TEST_F(Init, LoggingAfterTheOutputsWereClosedHarmsNothing) {
   Run([] {
-    ::close(STDOUT_FILENO);
+    VYX::Test::CloseStandardOutput();
     Log(ERROR, "nowhere");
     VYXInfLog::Init(INFO, "", "");
     Log(ERROR, "nowhere");
@@ -429,13 +349,7 @@ TEST_F(Init, LoggingAfterTheOutputsWereClosedHarmsNothing) {
 
 TEST_F(Init, ABrokenPipeHarmsNothing) {
   Run([] {
-    int pipe[2];
-    if (::pipe(pipe) != 0) {
-      std::_Exit(1);
-    }
-    ::dup2(pipe[1], STDOUT_FILENO);
-    ::close(pipe[0]);
-    ::close(pipe[1]);
+    VYX::Test::BreakStandardOutput();
     Log(ERROR, "nowhere");
     VYXInfLog::Init(INFO, "", "");
     VYXInfLog::Close();
@@ -443,7 +357,7 @@ TEST_F(Init, ABrokenPipeHarmsNothing) {
 }
 
 TEST_F(Init, LoggingBeforeMainAndWhileStaticObjectsDieIsSafe) {
-  const ChildResult child = Run([] { ::execl(VYX_BEFORE_MAIN_PROGRAM, VYX_BEFORE_MAIN_PROGRAM, nullptr); });
+  const ChildResult child = Run([] { VYX::Test::Become(VYX_BEFORE_MAIN_PROGRAM); });
   EXPECT_THAT(Lines(child.output), ElementsAre("[INFO] global", "[INFO] local", "[INFO] Redirecting logging.",
                                                "[INFO] after close", "[INFO] local", "[INFO] global"));
 }

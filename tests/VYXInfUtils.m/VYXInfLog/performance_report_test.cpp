@@ -7,7 +7,7 @@
 #include "Quillbase/JSON/JIStream.h"
 #include "VYXInfProfile.h"
 #include "VYXInfSystemUtil.h"
-#include "support/injected_faults.h"
+#include "support/settled_clock.h"
 
 namespace VYX::Test {
 namespace {

@@ -7,7 +7,7 @@
 
 #include "VYXInfProfile.h"
 #include "support/captured_stdout.h"
-#include "support/injected_faults.h"
+#include "support/settled_clock.h"
 
 namespace VYX::Test {
 namespace {
@@ -38,7 +38,7 @@ TEST(ProfileTrigger, WritesOneLineAtItsLevel) {
 
 TEST(ProfileTrigger, TimeHasSixDecimals) {
   struct Row {
-    timespec duration;
+    std::timespec duration;
     const char* text;
   };
   const Row kRows[] = {

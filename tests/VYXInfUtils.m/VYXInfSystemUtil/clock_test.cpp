@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <thread>
 #include <vector>
 
 #include "KORSysTS/KORThreads.h"
 #include "VYXInfSystemUtil.h"
-#include "support/injected_faults.h"
+#include "support/host.h"
+#include "support/settled_clock.h"
 
 namespace VYX::Test {
 namespace {
@@ -15,7 +15,7 @@ using Util = VYXInfSystemUtil;
 
 TEST(Clocks, MicrosecondsAreTheExactQuotient) {
   struct Row {
-    timespec time;
+    std::timespec time;
     std::uint64_t microseconds;
   };
   // The third product of counter and 1,000,000 would not fit into 64 bits.
@@ -48,7 +48,7 @@ TEST(Clocks, StartTimeIsStableAndTheCurrentOneIsNot) {
 }
 
 TEST(Identity, IsThatOfTheHost) {
-  EXPECT_EQ(Util::GetPID(), ::getpid());
+  EXPECT_EQ(Util::GetPID(), OwnProcess());
   EXPECT_EQ(Util::GetCurrentThreadId(), KORThreads::GetCurrentThreadId());
   unsigned int other = 0;
   std::thread([&other] { other = Util::GetCurrentThreadId(); }).join();

@@ -1,10 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <stdlib.h>
-#include <unistd.h>
 
-#include <cerrno>
-#include <climits>
+#include <cstdlib>
 #include <map>
 #include <string>
 #include <vector>
@@ -15,7 +12,8 @@
 #include "support/captured_stdout.h"
 #include "support/catalog_folder.h"
 #include "support/child_process.h"
-#include "support/injected_faults.h"
+#include "support/failing_host.h"
+#include "support/host.h"
 #include "support/pending_error.h"
 #include "support/temporary_folder.h"
 
@@ -35,8 +33,8 @@ TEST(EnumEnvVars, EntriesComeWholeAndInOrder) {
   const Environment environment(
       Values{{"VYX_TEST_A", "1=2=3"}, {"VYX_TEST_B", "line\nbreak"}, {"VYX_TEST_C", "\xC3\xA9"}});
   std::vector<KORUnicodeString> expected;
-  for (char** entry = environ; *entry != nullptr; ++entry) {
-    expected.emplace_back(*entry);
+  for (const std::string& entry : HostVariables()) {
+    expected.emplace_back(std::string_view(entry));
   }
   EXPECT_EQ(Util::EnumEnvVars(nullptr), expected);
   const std::vector<KORUnicodeString> ours = Util::EnumEnvVars(IsAboutUs);
@@ -54,8 +52,8 @@ TEST(EnumEnvVars, AFilterForThePathGivesJustThat) {
 
 TEST(EnumEnvVars, AClearedEnvironmentHasNoEntry) {
   const ChildResult child = RunInChild([] {
-    ::clearenv();
-    ::_exit(Util::EnumEnvVars(nullptr).empty() ? 0 : 1);
+    ClearEnvironment();
+    std::_Exit(Util::EnumEnvVars(nullptr).empty() ? 0 : 1);
   });
   EXPECT_TRUE(child.IsGood());
 }
@@ -68,10 +66,8 @@ TEST(GetInstallPaths, IsTheVariable) {
 }
 
 TEST(GetExecutablePath, IsTheFolderWithBackslashes) {
-  char path[PATH_MAX] = {};
-  ASSERT_GT(::readlink("/proc/self/exe", path, sizeof path - 1), 0);
-  std::string folder(path);
-  folder.resize(folder.rfind('/'));
+  std::string folder = OwnProgramPath();
+  folder.resize(folder.find_last_of("\\/"));
   for (char& character : folder) {
     character = character == '/' ? '\\' : character;
   }
@@ -84,11 +80,7 @@ TEST(GetExecutablePath, AFailureIsTracedAndLeavesTheOutput) {
   CapturedStdout captured;
   KORUnicodeString answer("untouched");
   {
-    const SavedSystemCalls saved;
-    Os::Posix::Calls().ReadLink = [](const char*, char*, std::size_t) -> ssize_t {
-      errno = ENAMETOOLONG;
-      return -1;
-    };
+    const FailingHost failing(FailingHost::Service::ProgramPath);
     EXPECT_EQ(Util::GetExecutablePath(answer), E_FAIL);
   }
   EXPECT_EQ(answer, "untouched");

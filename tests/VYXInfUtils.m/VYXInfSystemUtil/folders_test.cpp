@@ -14,6 +14,7 @@
 #include "support/captured_stdout.h"
 #include "support/injected_faults.h"
 #include "support/pending_error.h"
+#include "support/settled_clock.h"
 #include "support/temporary_folder.h"
 #include "support/unprivileged.h"
 

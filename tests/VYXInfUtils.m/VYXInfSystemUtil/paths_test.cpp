@@ -1,6 +1,5 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <string>
@@ -10,7 +9,8 @@
 #include "VYXInfLog.h"
 #include "VYXInfSystemUtil.h"
 #include "support/captured_stdout.h"
-#include "support/injected_faults.h"
+#include "support/host.h"
+#include "support/settled_clock.h"
 #include "support/temporary_folder.h"
 
 namespace VYX::Test {
@@ -154,7 +154,7 @@ TEST(Paths, ResolvedPathHasSingleBackslashes) {
 }
 
 TEST(Paths, UniquePathNamesTimeProcessAndThread) {
-  const std::string ids = std::to_string(::getpid()) + "_" + std::to_string(KORThreads::GetCurrentThreadId()) + "\\";
+  const std::string ids = std::to_string(OwnProcess()) + "_" + std::to_string(KORThreads::GetCurrentThreadId()) + "\\";
   const SettledClock clock({1'741'010'709, 0});
   const std::string time(Util::GetCurrentDateTimeString("%Y-%m-%d_%H-%M-%S").ToStringView());
   const std::string end = "n_" + time + "_" + ids;
@@ -186,13 +186,13 @@ TEST(Paths, ResourceIsFoundUnderTheInstallationFolders) {
   const TemporaryFolder folder;
   folder.MakeFolder("app/resources");
   folder.MakeFile("app/resources/x.json", "{}");
-  ::unsetenv("KORInstallPath");
+  SetVariable("KORInstallPath", nullptr);
   EXPECT_EQ(Util::GetAbsoluteResourcePath("resources\\x.json"), "");
-  ::setenv("KORInstallPath", ("/nowhere;" + folder.Native("app")).c_str(), 1);
+  SetVariable("KORInstallPath", ("/nowhere;" + folder.Native("app")).c_str());
   EXPECT_EQ(Util::GetAbsoluteResourcePath("resources\\x.json"), folder.Native("app/resources/x.json").c_str());
   EXPECT_EQ(Util::GetAbsoluteResourcePath("resources\\y.json"), "");
   EXPECT_EQ(Util::GetAbsoluteResourcePath(KORUnicodeString(std::string_view("resources\0x", 11))), "");
-  ::unsetenv("KORInstallPath");
+  SetVariable("KORInstallPath", nullptr);
 }
 
 }  // namespace

@@ -1,8 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cerrno>
-#include <fstream>
 #include <set>
 #include <string>
 #include <thread>
@@ -10,7 +8,8 @@
 
 #include "VYXInfSystemUtil.h"
 #include "support/captured_stdout.h"
-#include "support/injected_faults.h"
+#include "support/failing_host.h"
+#include "support/host.h"
 
 namespace VYX::Test {
 namespace {
@@ -18,24 +17,12 @@ namespace {
 using ::testing::ElementsAre;
 using Util = VYXInfSystemUtil;
 
-// The host's own figure of a line such as "VmRSS:   2096 kB", in bytes.
-std::int64_t HostFigure(const char* iFile, const std::string& iLine) {
-  std::ifstream file(iFile);
-  for (std::string word; file >> word;) {
-    std::int64_t kibibytes = 0;
-    if (word == iLine && file >> kibibytes) {
-      return kibibytes * 1024;
-    }
-  }
-  return 0;
-}
-
 TEST(Memory, FiguresAreThoseOfTheHost) {
   const std::int64_t current = Util::GetCurrentMemoryUsage();
-  const std::int64_t host = HostFigure("/proc/self/status", "VmRSS:");
+  const std::int64_t host = HostMemoryUsage();
   EXPECT_GT(current, 0);
   EXPECT_NEAR(static_cast<double>(current), static_cast<double>(host), 4.0 * 1024 * 1024);
-  EXPECT_EQ(Util::GetPhysicalMemory(), static_cast<std::uint64_t>(HostFigure("/proc/meminfo", "MemTotal:")));
+  EXPECT_EQ(Util::GetPhysicalMemory(), HostMemory());
   EXPECT_GT(Util::GetPhysicalMemory(), static_cast<std::uint64_t>(current));
 }
 
@@ -54,7 +41,7 @@ TEST(Memory, ThePeakOutlivesTheUse) {
 TEST(Memory, AFailingQueryIsZeroAndSilent) {
   CapturedStdout captured;
   {
-    const InjectedFaults faults(1, EMFILE, false);
+    const FailingHost failing(FailingHost::Service::MemoryUsage);
     EXPECT_EQ(Util::GetCurrentMemoryUsage(), 0);
     EXPECT_EQ(Util::GetPeakMemoryUsage(), 0);
   }
@@ -67,7 +54,7 @@ TEST(Processor, CountIsNeverZero) {
 }
 
 TEST(Processor, SpeedIsTheFrequencyOfTheCounter) {
-  EXPECT_EQ(Util::GetCpuSpeed(), 10'000'000U);
+  EXPECT_EQ(Util::GetCpuSpeed(), HostClockFrequency());
 }
 
 TEST(Platform, IsAlwaysTheSame) {
@@ -87,15 +74,11 @@ TEST(Uuid, AreAllDifferent) {
 TEST(Uuid, WithoutRandomNumbersThereIsNone) {
   CapturedStdout captured;
   {
-    const SavedSystemCalls saved;
-    Os::Posix::Calls().Random = [](void*, std::size_t) -> ssize_t {
-      errno = ENOSYS;
-      return -1;
-    };
+    const FailingHost failing(FailingHost::Service::RandomBytes);
     EXPECT_EQ(Util::GetUUIDString(), "");
   }
   EXPECT_THAT(captured.LogLines(),
-              ElementsAre(Line("ERROR", "Cannot make 'UUID' from random numbers: Function not implemented"),
+              ElementsAre(Line("ERROR", "Cannot make 'UUID' from random numbers: " + FailingHost::CauseOfRandomBytes()),
                           FailureReturnIn("VYXInfSystemUtil/system_information.cpp")));
 }
 

@@ -7,7 +7,7 @@
 #include <limits>
 #include <string>
 
-#include "support/injected_faults.h"
+#include "support/settled_clock.h"
 
 namespace VYX::Os {
 namespace {

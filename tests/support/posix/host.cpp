@@ -6,18 +6,39 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
 
 namespace VYX::Test {
 
+namespace {
+
+// The figure of a line such as "VmRSS:   2096 kB", in bytes.
+std::int64_t FigureOf(const char* iFile, const std::string& iLine) {
+  std::ifstream file(iFile);
+  for (std::string word; file >> word;) {
+    std::int64_t kibibytes = 0;
+    if (word == iLine && file >> kibibytes) {
+      return kibibytes * 1024;
+    }
+  }
+  return 0;
+}
+
+}  // namespace
+
 int OwnProcess() {
   return ::getpid();
 }
 
 std::string OwnProgram() {
-  return std::filesystem::read_symlink("/proc/self/exe").filename().string();
+  return std::filesystem::path(OwnProgramPath()).filename().string();
+}
+
+std::string OwnProgramPath() {
+  return std::filesystem::read_symlink("/proc/self/exe").string();
 }
 
 void SetVariable(const std::string& iName, const char* iValue) {
@@ -26,6 +47,49 @@ void SetVariable(const std::string& iName, const char* iValue) {
   } else {
     ::setenv(iName.c_str(), iValue, 1);
   }
+}
+
+std::vector<std::string> HostVariables() {
+  std::vector<std::string> entries;
+  for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+    entries.emplace_back(*entry);
+  }
+  return entries;
+}
+
+void ClearEnvironment() {
+  ::clearenv();
+}
+
+std::int64_t HostMemoryUsage() {
+  return FigureOf("/proc/self/status", "VmRSS:");
+}
+
+std::uint64_t HostMemory() {
+  return static_cast<std::uint64_t>(FigureOf("/proc/meminfo", "MemTotal:"));
+}
+
+std::uint64_t HostClockFrequency() {
+  return 10'000'000;  // the library counts in units of 100 ns here
+}
+
+void CloseStandardOutput() {
+  ::close(STDOUT_FILENO);
+}
+
+void BreakStandardOutput() {
+  int pipe[2];
+  if (::pipe(pipe) != 0) {
+    std::_Exit(1);
+  }
+  ::dup2(pipe[1], STDOUT_FILENO);
+  ::close(pipe[0]);
+  ::close(pipe[1]);
+}
+
+void Become(const char* iProgram) {
+  ::execl(iProgram, iProgram, nullptr);
+  std::_Exit(1);
 }
 
 std::set<int> HostChildrenOf(int iParent) {

@@ -1,0 +1,9 @@
+#include <all_exported_headers.h>
+
+#include <windows.h>
+
+#include "header_use.h"
+
+#define VYX_HAS_WINDOWS
+#define VYX_HEADER_USE UseWithWindowsLast
+#include "header_use_body.h"
