@@ -4,8 +4,9 @@
 #include <mutex>
 #include <utility>
 
-#include "KORSysBase/KORPath.h"
+#include "Quillbase/Paths.h"
 #include "platform/adapters/json_reader.h"
+#include "platform/os/native_path.h"
 #include "small_text_file.h"
 
 namespace VYX::Platform {
@@ -51,12 +52,24 @@ Memory& TheMemory() {
   return *memory;
 }
 
+// The file of the first folder that has it, or where it cannot be told that it has none; null where none has it.
 std::shared_ptr<const MessageFile> LoadMessageFile(const std::string& iName, const std::string& iInstallFolders) {
-  const KORUnicodeString path = KORFindPath(("resources/msgcatalog/" + iName).c_str(), iInstallFolders.c_str());
-  if (path.IsEmpty()) {
-    return nullptr;
+  const QB::Paths folders{KORUnicodeString(std::string_view(iInstallFolders))};
+  for (const QB::StringView folder : folders) {
+    std::string path;
+    if (!Os::ToNativePath(folder.ToStringView(), path).IsOk()) {
+      continue;
+    }
+    const char separator = Os::NativeSeparator();
+    for (const std::string_view part : {"resources", "msgcatalog", iName.c_str()}) {
+      path.append(path.ends_with(separator) ? 0 : 1, separator).append(part);
+    }
+    auto file = std::make_shared<const MessageFile>(ReadMessageFile(path));
+    if (file->isThere) {
+      return file;
+    }
   }
-  return std::make_shared<const MessageFile>(ReadMessageFile(path.ConvertToChar()));
+  return nullptr;
 }
 
 }  // namespace
@@ -64,7 +77,10 @@ std::shared_ptr<const MessageFile> LoadMessageFile(const std::string& iName, con
 MessageFile ReadMessageFile(const std::string& iPath) {
   MessageFile file;
   std::string text;
-  std::string cause = ReadSmallTextFile(iPath, text);
+  Os::Status host;
+  std::string cause = ReadSmallTextFile(iPath, text, host);
+  file.isThere = !host.IsNotThere() && host.GetNative() != Os::Failure::NotAFolder().GetNative();
+  file.isLasting = host.IsOk() || !file.isThere;
   if (cause.empty()) {
     cause = ParseTexts(text, file);
   }
@@ -88,7 +104,9 @@ std::shared_ptr<const MessageFile> FindMessageFile(const std::string& iName, std
     memory.files.clear();
   }
   auto file = LoadMessageFile(iName, std::string(iInstallFolders));
-  memory.files.emplace(std::move(place), file);
+  if (file == nullptr || file->isLasting) {
+    memory.files.emplace(std::move(place), file);
+  }
   return file;
 }
 

@@ -11,11 +11,24 @@ namespace {
 
 constexpr std::uint64_t kMaxFileSize = 16U << 20;
 
+// Closes the file on every way out.
+class OpenFileGuard {
+ public:
+  explicit OpenFileGuard(Os::FileDescriptor iFile) noexcept : _file(iFile) {}
+  ~OpenFileGuard() { static_cast<void>(Os::CloseFile(_file)); }
+  OpenFileGuard(const OpenFileGuard&) = delete;
+  OpenFileGuard& operator=(const OpenFileGuard&) = delete;
+
+ private:
+  Os::FileDescriptor _file;
+};
+
 // Answers what is wrong, and nothing for success.
-std::string ReadOpenFile(Os::FileDescriptor iFile, std::string& oText) {
+std::string ReadOpenFile(Os::FileDescriptor iFile, std::string& oText, Os::Status& oHost) {
   Os::FileInfo info;
-  if (const Os::Status status = Os::DescribeFile(iFile, info); !status.IsOk()) {
-    return status.Describe();
+  oHost = Os::DescribeFile(iFile, info);
+  if (!oHost.IsOk()) {
+    return oHost.Describe();
   }
   if (!info.IsRegular()) {
     return "it is no regular file";
@@ -25,8 +38,9 @@ std::string ReadOpenFile(Os::FileDescriptor iFile, std::string& oText) {
   }
   oText.resize(static_cast<std::size_t>(info.size));
   std::size_t count = 0;
-  if (const Os::Status status = Os::ReadFully(iFile, oText.data(), oText.size(), count); !status.IsOk()) {
-    return status.Describe();
+  oHost = Os::ReadFully(iFile, oText.data(), oText.size(), count);
+  if (!oHost.IsOk()) {
+    return oHost.Describe();
   }
   oText.resize(count);
   return {};
@@ -34,14 +48,14 @@ std::string ReadOpenFile(Os::FileDescriptor iFile, std::string& oText) {
 
 }  // namespace
 
-std::string ReadSmallTextFile(const std::string& iPath, std::string& oText) {
+std::string ReadSmallTextFile(const std::string& iPath, std::string& oText, Os::Status& oHost) {
   Os::FileDescriptor file = 0;
-  if (const Os::Status status = Os::OpenFile(iPath, Os::OpenMode::Read, file); !status.IsOk()) {
-    return status.Describe();
+  oHost = Os::OpenFile(iPath, Os::OpenMode::Read, file);
+  if (!oHost.IsOk()) {
+    return oHost.Describe();
   }
-  std::string problem = ReadOpenFile(file, oText);
-  static_cast<void>(Os::CloseFile(file));
-  return problem;
+  const OpenFileGuard guard(file);
+  return ReadOpenFile(file, oText, oHost);
 }
 
 }  // namespace VYX::Platform

@@ -75,7 +75,8 @@ std::string ParseTenantFile(std::string_view iText, TenantFile& ioFile) {
 
 std::string ReadTenantFile(const char* iPath, TenantFile& oFile) {
   std::string text;
-  std::string problem = VYX::Platform::ReadSmallTextFile(iPath, text);
+  VYX::Os::Status host;
+  std::string problem = VYX::Platform::ReadSmallTextFile(iPath, text, host);
   return problem.empty() ? ParseTenantFile(text, oFile) : problem;
 }
 
