@@ -138,7 +138,7 @@ Os::Status TryFile(const std::string& iPath, Os::FileInfo& oInfo) {
 
 }  // namespace
 
-ZipCreation::ZipCreation(std::uint64_t iMaxInMemory) noexcept : _work(std::make_unique<Work>()) {
+ZipCreation::ZipCreation(std::uint64_t iMaxInMemory) : _work(std::make_unique<Work>()) {
   _work->maxInMemory = iMaxInMemory;
 }
 

@@ -15,7 +15,7 @@ namespace VYX::Platform {
 class ZipCreation {
  public:
   /// Files up to iMaxInMemory bytes are compressed in one go.
-  explicit ZipCreation(std::uint64_t iMaxInMemory) noexcept;
+  explicit ZipCreation(std::uint64_t iMaxInMemory);
   ~ZipCreation();
   ZipCreation(const ZipCreation&) = delete;
   ZipCreation& operator=(const ZipCreation&) = delete;

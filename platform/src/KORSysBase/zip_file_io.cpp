@@ -50,16 +50,16 @@ ZipFileSink::~ZipFileSink() {
 
 Os::Status ZipFileSink::Open(const std::string& iFinalPath) {
   static std::atomic<unsigned int> counter{0};
-  const std::string path = iFinalPath + "." + std::to_string(Os::CurrentProcessId()) + "-" +
-                           std::to_string(Os::MonotonicCounter()) + "-" + std::to_string(++counter) + ".tmp";
+  std::string path = iFinalPath + "." + std::to_string(Os::CurrentProcessId()) + "-" +
+                     std::to_string(Os::MonotonicCounter()) + "-" + std::to_string(++counter) + ".tmp";
   Os::FileInfo info;
   if (Os::DescribePath(iFinalPath, info).IsOk() && info.IsFolder()) {
     return Os::Failure::AccessDenied();
   }
+  _finalPath = iFinalPath;
   const Os::Status status = Os::OpenFile(path, Os::OpenMode::WriteNew, _file);
   if (status.IsOk()) {
-    _finalPath = iFinalPath;
-    _path = path;
+    _path = std::move(path);
   }
   return status;
 }

@@ -21,7 +21,7 @@ bool IsBomb(std::uint64_t iSize, std::uint64_t iCompressedSize, const KORSysZipL
 /// An archive that is open for reading.
 class ZipArchive {
  public:
-  explicit ZipArchive(const KORSysZipLimits& iLimits) noexcept : _limits(iLimits) {}
+  explicit ZipArchive(const KORSysZipLimits& iLimits) : _limits(iLimits) {}
 
   ZipProblem Open(const std::string& iNativePath);
 
