@@ -1,5 +1,6 @@
 #include "platform/src/VYXLoggingAdapter/factory.h"
 
+#include <new>
 #include <optional>
 
 #include "KORSysBase/KORPath.h"
@@ -68,6 +69,17 @@ std::shared_ptr<ILoggerFactory> Answer(std::shared_ptr<ILoggerFactory> iFactory,
   return iFactory;
 }
 
+// Makes a part of the back end; an empty one, told on standard error, where memory runs out.
+template <class Make>
+auto MakeOrTell(Make iMake) -> decltype(iMake()) {
+  try {
+    return iMake();
+  } catch (const std::bad_alloc&) {
+    Os::WriteErrorConsole("Logging: out of memory\n");
+    return nullptr;
+  }
+}
+
 }  // namespace
 
 bool ParseTexts(std::string_view iFormat, std::string_view iFilter, LineFormat& oFormat, Filter& oFilter) {
@@ -88,41 +100,52 @@ bool ParseTexts(std::string_view iFormat, std::string_view iFilter, LineFormat& 
 }
 
 std::shared_ptr<ISinkHandle> Factory::AddSink(const TextFileSink& iSink) {
-  std::shared_ptr<FileSink> sink = MakeFileSink(iSink);
-  return sink == nullptr ? nullptr : std::make_shared<SinkHandle>(_sinks, std::move(sink));
+  return MakeOrTell([&]() -> std::shared_ptr<ISinkHandle> {
+    std::shared_ptr<FileSink> sink = MakeFileSink(iSink);
+    return sink == nullptr ? nullptr : std::make_shared<SinkHandle>(_sinks, std::move(sink));
+  });
 }
 
 std::shared_ptr<ILogger> Factory::CreateLogger(const char* iChannel) {
-  return std::make_shared<ChannelLogger>(_sinks, iChannel == nullptr ? "" : iChannel);
+  return MakeOrTell([&]() -> std::shared_ptr<ILogger> {
+    return std::make_shared<ChannelLogger>(_sinks, iChannel == nullptr ? "" : iChannel);
+  });
 }
 
 std::shared_ptr<ILoggerFactory> ILoggerFactory::create(const char* iConfigPath, bool* oIsMade) {
-  SettingsFile settings;
-  std::string error;
-  if (!settings.Read(iConfigPath == nullptr ? "" : iConfigPath, error)) {
-    Os::WriteErrorConsole("Logging: " + error + "\n");
-    return Answer(nullptr, oIsMade);
-  }
-  return Answer(std::make_shared<Factory>(settings.TakeSinks(), settings.TakeFilter()), oIsMade);
+  return Answer(MakeOrTell([&]() -> std::shared_ptr<ILoggerFactory> {
+                  SettingsFile settings;
+                  std::string error;
+                  if (!settings.Read(iConfigPath == nullptr ? "" : iConfigPath, error)) {
+                    Os::WriteErrorConsole("Logging: " + error + "\n");
+                    return nullptr;
+                  }
+                  return std::make_shared<Factory>(settings.TakeSinks(), settings.TakeFilter());
+                }),
+                oIsMade);
 }
 
 std::shared_ptr<ILoggerFactory> ILoggerFactory::create(const char* iFormat, const char* iFilter, int iOutput,
                                                        bool* oIsMade) {
-  LineFormat format;
-  Filter filter;
-  if (iOutput != kConsoleOutput || !ParseTexts(iFormat, iFilter, format, filter)) {
-    return Answer(nullptr, oIsMade);
-  }
-  SinkSet::Sinks sinks{std::make_shared<ConsoleSink>(std::move(format), std::move(filter))};
-  return Answer(std::make_shared<Factory>(std::move(sinks), Filter()), oIsMade);
+  return Answer(MakeOrTell([&]() -> std::shared_ptr<ILoggerFactory> {
+                  LineFormat format;
+                  Filter filter;
+                  if (iOutput != kConsoleOutput || !ParseTexts(iFormat, iFilter, format, filter)) {
+                    return nullptr;
+                  }
+                  SinkSet::Sinks sinks{std::make_shared<ConsoleSink>(std::move(format), std::move(filter))};
+                  return std::make_shared<Factory>(std::move(sinks), Filter());
+                }),
+                oIsMade);
 }
 
 std::shared_ptr<ILoggerFactory> ILoggerFactory::create(const TextFileSink& iSink, bool* oIsMade) {
-  std::shared_ptr<FileSink> sink = MakeFileSink(iSink);
-  if (sink == nullptr) {
-    return Answer(nullptr, oIsMade);
-  }
-  return Answer(std::make_shared<Factory>(SinkSet::Sinks{std::move(sink)}, Filter()), oIsMade);
+  return Answer(MakeOrTell([&]() -> std::shared_ptr<ILoggerFactory> {
+                  std::shared_ptr<FileSink> sink = MakeFileSink(iSink);
+                  return sink == nullptr ? nullptr
+                                         : std::make_shared<Factory>(SinkSet::Sinks{std::move(sink)}, Filter());
+                }),
+                oIsMade);
 }
 
 }  // namespace VYX::Logging

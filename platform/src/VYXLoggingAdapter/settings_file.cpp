@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "KORSysBase/KORPath.h"
-#include "platform/os/files.h"
+#include "platform/os/file_guard.h"
 #include "platform/src/VYXLoggingAdapter/console_sink.h"
 #include "platform/src/VYXLoggingAdapter/event_log_sink.h"
 #include "platform/src/VYXLoggingAdapter/file_sink.h"
@@ -50,6 +50,7 @@ Os::Status ReadSmallFile(const std::string& iPath, std::string& oText) {
   if (!status.IsOk()) {
     return status;
   }
+  const Os::FileGuard guard(file);
   std::string text;
   std::size_t size = 0;
   std::size_t read = kPiece;
@@ -58,7 +59,6 @@ Os::Status ReadSmallFile(const std::string& iPath, std::string& oText) {
     status = Os::ReadFully(file, text.data() + size, kPiece, read);
     size += read;
   }
-  static_cast<void>(Os::CloseFile(file));
   if (status.IsOk() && size > kLargestFile) {
     return Os::Failure::FileTooLarge();
   }

@@ -18,13 +18,16 @@ void Sink::Write(const Record& iRecord) noexcept {
     _format.Append(iRecord, line);
     line.push_back('\n');
     WriteLine(iRecord, line);
+    _shortage.Clear();
   } catch (const std::exception&) {
     // No memory for the whole line: its beginning says more than nothing.
     if (iRecord.message.size() > kShortenedLine) {
       Record shortened = iRecord;
       shortened.message = iRecord.message.substr(0, kShortenedLine);
       Write(shortened);
+      return;
     }
+    _shortage.Report("a line is lost", "out of memory");
   }
 }
 

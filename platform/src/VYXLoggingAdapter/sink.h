@@ -7,6 +7,7 @@
 #include "platform/src/VYXLoggingAdapter/filter.h"
 #include "platform/src/VYXLoggingAdapter/line_format.h"
 #include "platform/src/VYXLoggingAdapter/record.h"
+#include "platform/src/VYXLoggingAdapter/trouble.h"
 
 namespace VYX::Logging {
 
@@ -36,6 +37,7 @@ class Sink {
 
   LineFormat _format;
   Filter _filter;
+  Trouble _shortage;  // of memory
 };
 
 }  // namespace VYX::Logging
