@@ -34,10 +34,9 @@ long VYXCompressionFileHelper::ZipTmpArchive(const KORListValKORUnicodeString& i
                                              const KORUnicodeString& iArchiveName, KORUnicodeString& oArchivePath) {
   return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
     KORUnicodeString folder;
-    if (const long code = CreateTemporaryFolder("TmpArchiveFolder", folder); code < 0) {
+    if (const long code = CreateTemporaryFolder("TmpArchiveFolder", _folders, folder); code < 0) {
       return FailureReturn(VYX_HERE, LogPendingError(code));
     }
-    _folders.Append(folder);
     KORUnicodeString archivePath = folder + iArchiveName;
     KORSysZipFile zip(0);
     if (const long code = zip.OpenZip(archivePath, KORSysZipOpenMode::Create, 0); code < 0) {

@@ -21,11 +21,10 @@ VYXInfFileHelper::~VYXInfFileHelper() {
 long VYXInfFileHelper::CreateTmpDir(const KORUnicodeString& iName, KORUnicodeString& oPath) {
   return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
     KORUnicodeString path;
-    if (const long code = CreateTemporaryFolder(iName, path); code < 0) {
+    if (const long code = CreateTemporaryFolder(iName, _folders, path); code < 0) {
       LogPendingError(code);
       return FailureReturn(VYX_HERE, E_FAIL);
     }
-    _folders.Append(path);
     oPath = std::move(path);
     return S_OK;
   });

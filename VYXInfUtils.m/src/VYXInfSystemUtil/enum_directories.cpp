@@ -7,8 +7,12 @@
 #include "KORSysBase/KORDirectory.h"
 #include "Quillbase/Paths.h"
 #include "VYXInfSystemUtil.h"
+#include "internal/FailureTrace.h"
+#include "internal/missing_path.h"
 #include "path_text.h"
 
+using VYX::Internal::CatchAtBoundary;
+using VYX::Internal::IsSurelyMissing;
 using VYX::Internal::kPathSeparator;
 using VYX::Internal::ToText;
 
@@ -77,7 +81,7 @@ class Walk {
   void Enter(std::string iRelative) {
     const KORUnicodeString path = ToText(_root + iRelative);
     Level level{std::move(iRelative), {}, 1, 0, 0};
-    if (!VYXInfSystemUtil::DoesFileExist(path) || !Identify(path, level)) {
+    if (IsSurelyMissing(path) || !Identify(path, level)) {
       return;
     }
     const KORListValKORUnicodeString files = VYXInfSystemUtil::ListFileNamesFromDirectory(path, {}, &level.folders);
@@ -138,14 +142,16 @@ class Walk {
 std::vector<KORUnicodeString> VYXInfSystemUtil::EnumDirectories(const KORUnicodeString& iSearchPaths,
                                                                 const KORUnicodeString& iSubFolder, unsigned int iFlags,
                                                                 Filter iFilter) {
-  if ((iFlags & (ENUM_FILES | ENUM_FOLDERS)) == 0) {
-    return {};
-  }
-  const std::string subFolder = NormalizedSubFolder(iSubFolder);
-  const QB::Paths entries(iSearchPaths);
-  Walk walk(iFlags, iFilter, entries.Size() > 1);
-  for (const QB::StringView entry : entries) {
-    walk.Run(WithTrailingSeparator(entry.ToStringView()) + subFolder);
-  }
-  return walk.TakeFound();
+  return CatchAtBoundary(VYX_HERE, std::vector<KORUnicodeString>(), [&]() -> std::vector<KORUnicodeString> {
+    if ((iFlags & (ENUM_FILES | ENUM_FOLDERS)) == 0) {
+      return {};
+    }
+    const std::string subFolder = NormalizedSubFolder(iSubFolder);
+    const QB::Paths entries(iSearchPaths);
+    Walk walk(iFlags, iFilter, entries.Size() > 1);
+    for (const QB::StringView entry : entries) {
+      walk.Run(WithTrailingSeparator(entry.ToStringView()) + subFolder);
+    }
+    return walk.TakeFound();
+  });
 }

@@ -5,13 +5,14 @@
 
 #include "KORSysBase/KORDirectory.h"
 #include "VYXInfSystemUtil.h"
+#include "internal/missing_path.h"
 
 namespace VYX::Internal {
 
 namespace {
 
 void RemoveFolder(const KORUnicodeString& iPath, const char* iWords, const SourceSite& iSite) {
-  if (!VYXInfSystemUtil::DoesFileExist(iPath)) {
+  if (IsSurelyMissing(iPath)) {
     return;
   }
   LogUnlessFiltered(TRACE, iWords, iPath);
@@ -23,12 +24,19 @@ void RemoveFolder(const KORUnicodeString& iPath, const char* iWords, const Sourc
 
 }  // namespace
 
-long CreateTemporaryFolder(const KORUnicodeString& iName, KORUnicodeString& oPath) {
+long CreateTemporaryFolder(const KORUnicodeString& iName, KORListValKORUnicodeString& ioFolders,
+                           KORUnicodeString& oPath) {
   KORUnicodeString path = VYXInfSystemUtil::CreateUniquePath(iName, VYXInfSystemUtil::GetTempFolderPath());
+  // All memory is taken before the folder is there: nothing may come between that and its having an owner.
+  KORUnicodeString owned = path;
+  ioFolders.Append(KORUnicodeString());
   const long code = KORCreatePrivateDirectoryR(path);
-  if (code >= 0) {
-    oPath = std::move(path);
+  if (code < 0) {
+    ioFolders.RemovePosition(ioFolders.Size());
+    return code;
   }
+  ioFolders[ioFolders.Size()] = std::move(owned);
+  oPath = std::move(path);
   return code;
 }
 

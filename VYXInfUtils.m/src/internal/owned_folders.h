@@ -11,10 +11,12 @@ namespace VYX::Internal {
  * Creates a folder of a unique name in the temporary folder, with rights for its owner only. A folder that an earlier
  * call of the same second and thread left under that name is taken again.
  *
+ * @param ioFolders the list of the owner, which gets the folder.
  * @param oPath the folder, with a backslash at its end.
  * @return 0, or the platform's code and a pending error.
  */
-long CreateTemporaryFolder(const KORUnicodeString& iName, KORUnicodeString& oPath);
+long CreateTemporaryFolder(const KORUnicodeString& iName, KORListValKORUnicodeString& ioFolders,
+                           KORUnicodeString& oPath);
 
 /**
  * Removes the folders of a list, each with everything inside, and empties the list. Each is told at TRACE as iWords and

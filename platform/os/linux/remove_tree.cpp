@@ -42,6 +42,18 @@ class Descriptor {
   int _file;
 };
 
+// Closes a folder that is read, also where memory for its names runs out.
+class FolderStream {
+ public:
+  explicit FolderStream(DIR* iFolder) noexcept : _folder(iFolder) {}
+  ~FolderStream() { Calls().CloseFolder(_folder); }
+  FolderStream(const FolderStream&) = delete;
+  FolderStream& operator=(const FolderStream&) = delete;
+
+ private:
+  DIR* _folder;
+};
+
 int OpenFolderAt(int iFolder, const char* iName) noexcept {
   return Uninterrupted([&] { return Calls().OpenAt(iFolder, iName, kFolderFlags); });
 }
@@ -146,6 +158,7 @@ class TreeRemoval {
       Note(status, {});
       return;
     }
+    const FolderStream closing(folder);
     errno = 0;
     for (const dirent* entry = Calls().ReadFolder(folder); entry != nullptr; entry = Calls().ReadFolder(folder)) {
       if (!IsSelfOrParent(entry->d_name)) {
@@ -156,7 +169,6 @@ class TreeRemoval {
     if (errno != 0) {
       Note(Status::OfLastCall(), {});
     }
-    Calls().CloseFolder(folder);
   }
 
   void RemoveEntry(const dirent& iEntry) {
