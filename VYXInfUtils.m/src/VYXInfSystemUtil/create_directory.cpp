@@ -4,6 +4,7 @@
 #include "VYXInfSystemUtil.h"
 #include "internal/FailureTrace.h"
 
+using VYX::Internal::CatchAtBoundary;
 using VYX::Internal::FailureReturn;
 using VYX::Internal::LogPendingError;
 using VYX::Internal::LogUnlessFiltered;
@@ -42,18 +43,20 @@ long CreateOne(const KORUnicodeString& iPath) {
 }  // namespace
 
 long VYXInfSystemUtil::CreateDirectoryRecursively(const KORUnicodeString& iPath) {
-  if (iPath.GetLengthInByte() > kLongestPath || iPath.IsEmpty()) {
-    return FailureReturn(VYX_HERE, E_FAIL);
-  }
-  bool hasStart = false;
-  const std::vector<KORUnicodeString> missing = FindMissing(iPath, hasStart);
-  long code = S_OK;
-  if (!hasStart) {
-    code = FailureReturn(VYX_HERE, E_FAIL);
-  }
-  for (auto path = missing.rbegin() + (hasStart ? 0 : 1); path != missing.rend(); ++path) {
-    // Each level reports the failure of the one above it.
-    code = code < 0 ? FailureReturn(VYX_HERE, LogPendingError(code)) : CreateOne(*path);
-  }
-  return code;
+  return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
+    if (iPath.GetLengthInByte() > kLongestPath || iPath.IsEmpty()) {
+      return FailureReturn(VYX_HERE, E_FAIL);
+    }
+    bool hasStart = false;
+    const std::vector<KORUnicodeString> missing = FindMissing(iPath, hasStart);
+    long code = S_OK;
+    if (!hasStart) {
+      code = FailureReturn(VYX_HERE, E_FAIL);
+    }
+    for (auto path = missing.rbegin() + (hasStart ? 0 : 1); path != missing.rend(); ++path) {
+      // Each level reports the failure of the one above it.
+      code = code < 0 ? FailureReturn(VYX_HERE, LogPendingError(code)) : CreateOne(*path);
+    }
+    return code;
+  });
 }

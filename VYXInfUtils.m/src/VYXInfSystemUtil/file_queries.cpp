@@ -7,6 +7,7 @@
 #include "platform/os/files.h"
 #include "platform/os/native_path.h"
 
+using VYX::Internal::CatchAtBoundary;
 using VYX::Internal::FailureReturn;
 using VYX::Internal::LogPendingError;
 using VYX::Internal::OpenFile;
@@ -24,42 +25,48 @@ std::int64_t ToUnixSeconds(const VYX::Os::FileInfo& iInfo) noexcept {
 }  // namespace
 
 long VYXInfSystemUtil::GetFileSize(const KORUnicodeString& iPath, unsigned int& oSize) {
-  OpenFile file;
-  unsigned int size = 0;
-  long code = file.Open(iPath, "r");
-  if (code >= 0) {
-    code = KORFSize(file.Get(), &size);
-  }
-  if (code >= 0) {
-    code = file.Close();
-  }
-  if (code < 0) {
-    return FailureReturn(VYX_HERE, LogPendingError(code));
-  }
-  oSize = size;
-  return S_OK;
+  return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
+    OpenFile file;
+    unsigned int size = 0;
+    long code = file.Open(iPath, "r");
+    if (code >= 0) {
+      code = KORFSize(file.Get(), &size);
+    }
+    if (code >= 0) {
+      code = file.Close();
+    }
+    if (code < 0) {
+      return FailureReturn(VYX_HERE, LogPendingError(code));
+    }
+    oSize = size;
+    return S_OK;
+  });
 }
 
 long VYXInfSystemUtil::GetFileLastWriteTimeInSecondsSinceUnixEpoch(const KORUnicodeString& iPath,
                                                                    std::int64_t& oSeconds) {
-  std::string path;
-  VYX::Os::FileInfo info;
-  VYX::Os::Status status = VYX::Os::ToNativePath(iPath.ToStringView(), path);
-  if (status.IsOk()) {
-    status = VYX::Os::DescribePath(path, info);
-  }
-  if (!status.IsOk()) {
-    return FailureReturn(VYX_HERE, E_FAIL, status.Describe());
-  }
-  oSeconds = ToUnixSeconds(info);
-  return S_OK;
+  return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
+    std::string path;
+    VYX::Os::FileInfo info;
+    VYX::Os::Status status = VYX::Os::ToNativePath(iPath.ToStringView(), path);
+    if (status.IsOk()) {
+      status = VYX::Os::DescribePath(path, info);
+    }
+    if (!status.IsOk()) {
+      return FailureReturn(VYX_HERE, E_FAIL, status.Describe());
+    }
+    oSeconds = ToUnixSeconds(info);
+    return S_OK;
+  });
 }
 
 bool VYXInfSystemUtil::DoesFileExist(const KORUnicodeString& iPath) {
-  std::string path;
-  return VYX::Os::ToNativePath(iPath.ToStringView(), path).IsOk() && VYX::Os::TestExistence(path).IsOk();
+  return CatchAtBoundary(VYX_HERE, false, [&]() -> bool {
+    std::string path;
+    return VYX::Os::ToNativePath(iPath.ToStringView(), path).IsOk() && VYX::Os::TestExistence(path).IsOk();
+  });
 }
 
 long VYXInfSystemUtil::DeleteFile(const KORUnicodeString& iPath) {
-  return _KORDeleteFile(iPath);
+  return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long { return _KORDeleteFile(iPath); });
 }

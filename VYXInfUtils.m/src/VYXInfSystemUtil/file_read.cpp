@@ -6,6 +6,7 @@
 #include "internal/FailureTrace.h"
 #include "open_file.h"
 
+using VYX::Internal::CatchAtBoundary;
 using VYX::Internal::FailureReturn;
 using VYX::Internal::LogUnlessFiltered;
 using VYX::Internal::OpenFile;
@@ -46,44 +47,48 @@ bool ReadContent(OpenFile& ioFile, QB::Binary& oContent) {
 }  // namespace
 
 long VYXInfSystemUtil::ReadFile(const KORUnicodeString& iPath, QB::Binary& oContent, bool iBinary) {
-  OpenFile file;
-  const long code = file.Open(iPath, iBinary ? "rb" : "r");
-  if (code < 0) {
-    // What exists is asked only now: a file that opens does.
-    if (!DoesFileExist(iPath)) {
-      KORError::KORCleanLastError();
-      LogUnlessFiltered(DEBUG, "File does not exist, cannot read: ", iPath);
-      return kFileDoesNotExist;
+  return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
+    OpenFile file;
+    const long code = file.Open(iPath, iBinary ? "rb" : "r");
+    if (code < 0) {
+      // What exists is asked only now: a file that opens does.
+      if (!DoesFileExist(iPath)) {
+        KORError::KORCleanLastError();
+        LogUnlessFiltered(DEBUG, "File does not exist, cannot read: ", iPath);
+        return kFileDoesNotExist;
+      }
+      LogUnlessFiltered(ERROR, "Error opening the file:     ", iPath);
+      return code;
     }
-    LogUnlessFiltered(ERROR, "Error opening the file:     ", iPath);
-    return code;
-  }
-  if (file.Get() == 0) {
-    LogUnlessFiltered(ERROR, "Invalid fileDesc while KORFOpen for the file ", iPath);
-    return E_UNEXPECTED;
-  }
-  QB::Binary content;
-  if (!ReadContent(file, content)) {
-    LogUnlessFiltered(ERROR, "Error reading the file:     ", iPath);
-    return E_FAIL;
-  }
-  file.Close();
-  LogUnlessFiltered(TRACE, "read ", content.GetSize(), " BYTEs .");
-  oContent = std::move(content);
-  LogUnlessFiltered(TRACE, "success reading ", oContent.GetSize(), " BYTEs from file:   ", iPath);
-  return S_OK;
+    if (file.Get() == 0) {
+      LogUnlessFiltered(ERROR, "Invalid fileDesc while KORFOpen for the file ", iPath);
+      return E_UNEXPECTED;
+    }
+    QB::Binary content;
+    if (!ReadContent(file, content)) {
+      LogUnlessFiltered(ERROR, "Error reading the file:     ", iPath);
+      return E_FAIL;
+    }
+    file.Close();
+    LogUnlessFiltered(TRACE, "read ", content.GetSize(), " BYTEs .");
+    oContent = std::move(content);
+    LogUnlessFiltered(TRACE, "success reading ", oContent.GetSize(), " BYTEs from file:   ", iPath);
+    return S_OK;
+  });
 }
 
 long VYXInfSystemUtil::ReadFile(const KORUnicodeString& iPath, KORUnicodeString& oText) {
-  QB::Binary content;
-  const long code = ReadFile(iPath, content, false);
-  if (content.GetData() == nullptr && content.GetSize() != 0) {
-    return FailureReturn(VYX_HERE, E_FAIL);
-  }
-  if (oText.BuildFromUTF8(content.GetData(), content.GetSize()) != 0) {
-    LogUnlessFiltered(DEBUG, "Not a UTF8 text, read as an empty one:     ", iPath);
-  }
-  LogUnlessFiltered(TRACE, "Read a UTF8 string of ", oText.GetLengthInChar(), " chars   (", oText.GetLengthInByte(),
-                    " BYTEs) from file:   ", iPath);
-  return code;
+  return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
+    QB::Binary content;
+    const long code = ReadFile(iPath, content, false);
+    if (content.GetData() == nullptr && content.GetSize() != 0) {
+      return FailureReturn(VYX_HERE, E_FAIL);
+    }
+    if (oText.BuildFromUTF8(content.GetData(), content.GetSize()) != 0) {
+      LogUnlessFiltered(DEBUG, "Not a UTF8 text, read as an empty one:     ", iPath);
+    }
+    LogUnlessFiltered(TRACE, "Read a UTF8 string of ", oText.GetLengthInChar(), " chars   (", oText.GetLengthInByte(),
+                      " BYTEs) from file:   ", iPath);
+    return code;
+  });
 }

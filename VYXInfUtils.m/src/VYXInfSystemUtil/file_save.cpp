@@ -12,6 +12,7 @@
 #include "platform/os/native_path.h"
 
 using VYX::Internal::AtomicSaveStep;
+using VYX::Internal::CatchAtBoundary;
 using VYX::Internal::FailureReturn;
 using VYX::Internal::FileContent;
 using VYX::Internal::IsFiltered;
@@ -160,25 +161,29 @@ long SaveBeside(const SaveRequest& iRequest) {
 
 long VYXInfSystemUtil::SaveToFile(const KORUnicodeString& iFilePath, const QB::Binary& iContent, int iSaveFlag,
                                   bool iBinary) {
-  const SaveRequest request{iFilePath, iContent, FileContent::Of(iContent, !iBinary), iSaveFlag, !iBinary};
-  if (const long code = CheckArguments(request); code < 0) {
-    return code;
-  }
-  if (const long code = CheckState(request); code < 0) {
-    return code;
-  }
-  return request.Has(ATOMIC) ? SaveBeside(request) : SaveInPlace(request);
+  return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
+    const SaveRequest request{iFilePath, iContent, FileContent::Of(iContent, !iBinary), iSaveFlag, !iBinary};
+    if (const long code = CheckArguments(request); code < 0) {
+      return code;
+    }
+    if (const long code = CheckState(request); code < 0) {
+      return code;
+    }
+    return request.Has(ATOMIC) ? SaveBeside(request) : SaveInPlace(request);
+  });
 }
 
 long VYXInfSystemUtil::SaveToFile(const KORUnicodeString& iFilePath, const KORUnicodeString& iText, int iSaveFlag) {
-  QB::Binary content;
-  if (iText.IsEmpty()) {
-    // The conversion is what warns of an empty text.
-    VYXInfStringUtil::ConvertToUTF8(iText, &content);
-  } else {
-    // Any other text is UTF-8 as it stands: the buffer borrows its bytes, which are only read.
-    const std::string_view bytes = iText.ToStringView();
-    content = QB::Binary(const_cast<char*>(bytes.data()), bytes.size(), nullptr);
-  }
-  return SaveToFile(iFilePath, content, iSaveFlag, false);
+  return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
+    QB::Binary content;
+    if (iText.IsEmpty()) {
+      // The conversion is what warns of an empty text.
+      VYXInfStringUtil::ConvertToUTF8(iText, &content);
+    } else {
+      // Any other text is UTF-8 as it stands: the buffer borrows its bytes, which are only read.
+      const std::string_view bytes = iText.ToStringView();
+      content = QB::Binary(const_cast<char*>(bytes.data()), bytes.size(), nullptr);
+    }
+    return SaveToFile(iFilePath, content, iSaveFlag, false);
+  });
 }

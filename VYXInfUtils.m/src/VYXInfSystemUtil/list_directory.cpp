@@ -9,6 +9,7 @@
 #include "internal/FailureTrace.h"
 #include "path_text.h"
 
+using VYX::Internal::CatchAtBoundary;
 using VYX::Internal::FailureLog;
 using VYX::Internal::kPathSeparator;
 using VYX::Internal::LogPendingError;
@@ -98,28 +99,30 @@ class Listing {
 KORListValKORUnicodeString VYXInfSystemUtil::ListFileNamesFromDirectory(const KORUnicodeString& iDirectory,
                                                                         const KORListValKORUnicodeString& iExtensions,
                                                                         KORListValKORUnicodeString* oFolders) {
-  const VYXInfProfileTrigger trigger("VYXInfSystemUtil::ListFileNamesFromDirectory", true, TRACE);
-  LogUnlessFiltered(TRACE, "READING DIRECTORY: '", iDirectory, "' ");
-  KORDirectoryHandle handle;
-  if (const long code = KOROpenDirectory(iDirectory, &handle); code != 0) {
-    LogPendingError(code);
-    FailureLog(VYX_HERE);
-    return {};
-  }
-  Listing listing(iDirectory, iExtensions);
-  if (const long code = listing.ReadAll(handle); code != 0) {
-    LogPendingError(code);
-    FailureLog(VYX_HERE);
-  }
-  if (const long code = KORCloseDirectory(&handle); code != 0) {
-    LogPendingError(code);
-    FailureLog(VYX_HERE);
-  }
-  LogUnlessFiltered(TRACE, "Found ", listing.Files().Size(), " FILES from \"", iDirectory, "\" ");
-  if (oFolders != nullptr) {
-    listing.Folders().RemoveValue(".");
-    listing.Folders().RemoveValue("..");
-    *oFolders = std::move(listing.Folders());
-  }
-  return std::move(listing.Files());
+  return CatchAtBoundary(VYX_HERE, KORListValKORUnicodeString(), [&]() -> KORListValKORUnicodeString {
+    const VYXInfProfileTrigger trigger("VYXInfSystemUtil::ListFileNamesFromDirectory", true, TRACE);
+    LogUnlessFiltered(TRACE, "READING DIRECTORY: '", iDirectory, "' ");
+    KORDirectoryHandle handle;
+    if (const long code = KOROpenDirectory(iDirectory, &handle); code != 0) {
+      LogPendingError(code);
+      FailureLog(VYX_HERE);
+      return {};
+    }
+    Listing listing(iDirectory, iExtensions);
+    if (const long code = listing.ReadAll(handle); code != 0) {
+      LogPendingError(code);
+      FailureLog(VYX_HERE);
+    }
+    if (const long code = KORCloseDirectory(&handle); code != 0) {
+      LogPendingError(code);
+      FailureLog(VYX_HERE);
+    }
+    LogUnlessFiltered(TRACE, "Found ", listing.Files().Size(), " FILES from \"", iDirectory, "\" ");
+    if (oFolders != nullptr) {
+      listing.Folders().RemoveValue(".");
+      listing.Folders().RemoveValue("..");
+      *oFolders = std::move(listing.Folders());
+    }
+    return std::move(listing.Files());
+  });
 }

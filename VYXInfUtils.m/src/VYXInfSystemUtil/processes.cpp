@@ -9,6 +9,7 @@
 #include "VYXInfSystemUtil.h"
 #include "internal/FailureTrace.h"
 
+using VYX::Internal::CatchAtBoundary;
 using VYX::Internal::FailureReturn;
 using VYX::Internal::LogUnlessFiltered;
 using VYX::Os::ProcessClass;
@@ -28,38 +29,42 @@ const std::map<VYXInfSystemUtil::ProcessPriority, ProcessClass>& PriorityTable()
 }  // namespace
 
 long VYXInfSystemUtil::GetParentProcess(int iPid, ProcessInfo& oParent) {
-  LogUnlessFiltered(TRACE, "Getting parent process of ", iPid);
-  if (iPid < 1) {
-    return FailureReturn(VYX_HERE, E_FAIL);
-  }
-  VYX::Os::ProcessId parent = 0;
-  if (!VYX::Os::FindParent(iPid, parent).IsOk() || parent == 0) {
-    return FailureReturn(VYX_HERE, E_FAIL);
-  }
-  std::string path;
-  if (!VYX::Os::ProgramPath(parent, path).IsOk()) {
-    return FailureReturn(VYX_HERE, E_FAIL);
-  }
-  oParent.name = GetFileNameFromPath(KORUnicodeString(std::string_view(path)));
-  oParent.id = parent;
-  return S_OK;
+  return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
+    LogUnlessFiltered(TRACE, "Getting parent process of ", iPid);
+    if (iPid < 1) {
+      return FailureReturn(VYX_HERE, E_FAIL);
+    }
+    VYX::Os::ProcessId parent = 0;
+    if (!VYX::Os::FindParent(iPid, parent).IsOk() || parent == 0) {
+      return FailureReturn(VYX_HERE, E_FAIL);
+    }
+    std::string path;
+    if (!VYX::Os::ProgramPath(parent, path).IsOk()) {
+      return FailureReturn(VYX_HERE, E_FAIL);
+    }
+    oParent.name = GetFileNameFromPath(KORUnicodeString(std::string_view(path)));
+    oParent.id = parent;
+    return S_OK;
+  });
 }
 
 long VYXInfSystemUtil::GetSubProcesses(std::vector<ProcessInfo>& oChildren, int iParentPid,
                                        const KORUnicodeString& iNamePattern) {
-  LogUnlessFiltered(TRACE, "Listing sub-processes from ", iParentPid);
-  std::vector<VYX::Os::ProcessEntry> children;
-  if (!VYX::Os::ListChildren(iParentPid, children).IsOk()) {
-    return FailureReturn(VYX_HERE, E_FAIL);
-  }
-  for (const VYX::Os::ProcessEntry& child : children) {
-    KORUnicodeString name{std::string_view(child.name)};
-    LogUnlessFiltered(TRACE, "Found child process ", name, " PID: ", child.id);
-    if (name.WildMatch(iNamePattern, '*', '\\') == 1) {
-      oChildren.push_back({child.id, std::move(name)});
+  return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
+    LogUnlessFiltered(TRACE, "Listing sub-processes from ", iParentPid);
+    std::vector<VYX::Os::ProcessEntry> children;
+    if (!VYX::Os::ListChildren(iParentPid, children).IsOk()) {
+      return FailureReturn(VYX_HERE, E_FAIL);
     }
-  }
-  return S_OK;
+    for (const VYX::Os::ProcessEntry& child : children) {
+      KORUnicodeString name{std::string_view(child.name)};
+      LogUnlessFiltered(TRACE, "Found child process ", name, " PID: ", child.id);
+      if (name.WildMatch(iNamePattern, '*', '\\') == 1) {
+        oChildren.push_back({child.id, std::move(name)});
+      }
+    }
+    return S_OK;
+  });
 }
 
 long VYXInfSystemUtil::KillProcess(int iPid) {
@@ -70,12 +75,14 @@ long VYXInfSystemUtil::KillProcess(int iPid) {
 }
 
 long VYXInfSystemUtil::SetCurrentProcessPriority(ProcessPriority iPriority) {
-  const auto found = PriorityTable().find(iPriority);
-  if (found == PriorityTable().end()) {
-    return FailureReturn(VYX_HERE, E_INVALIDARG);
-  }
-  if (!VYX::Os::SetProcessClass(found->second).IsOk()) {
-    return FailureReturn(VYX_HERE, E_FAIL, "Failed to set process priority");
-  }
-  return S_OK;
+  return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
+    const auto found = PriorityTable().find(iPriority);
+    if (found == PriorityTable().end()) {
+      return FailureReturn(VYX_HERE, E_INVALIDARG);
+    }
+    if (!VYX::Os::SetProcessClass(found->second).IsOk()) {
+      return FailureReturn(VYX_HERE, E_FAIL, "Failed to set process priority");
+    }
+    return S_OK;
+  });
 }

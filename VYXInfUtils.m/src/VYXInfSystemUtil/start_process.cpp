@@ -9,6 +9,7 @@
 #include "VYXInfSystemUtil.h"
 #include "internal/FailureTrace.h"
 
+using VYX::Internal::CatchAtBoundary;
 using VYX::Internal::FailureReturn;
 using VYX::Internal::IsFiltered;
 using VYX::Internal::LogPendingError;
@@ -68,32 +69,36 @@ const char* ToState(KORLibStatus iStatus, bool iWait) noexcept {
 KORLibStatus VYXInfSystemUtil::StartProcess(const KORUnicodeString& iExecutable,
                                             const KORListValKORUnicodeString& iArguments, bool iWait, int* oPid,
                                             int* oExitCode) {
-  ArgumentVector arguments(iExecutable, iArguments);
-  if (!IsFiltered(DEBUG)) {
-    LogUnlessFiltered(DEBUG, "STARTING ", iWait ? "and WAITING for " : "", "child process:     ", iExecutable, " ",
-                      VYXInfStringUtil::Join(iArguments, " "));
-  }
-  const KORLibStatus status = Start(arguments, iWait, oPid, oExitCode);
-  LogUnlessFiltered(DEBUG, "child process  [", ToState(status, iWait), "]  ", "(PID ", *oPid, ")   ", "(exit status ",
-                    *oExitCode, ")   ");
-  if (status != KORLibSuccess) {
-    LogPendingError(E_FAIL);
-    return FailureReturn(VYX_HERE, status);
-  }
-  return status;
+  return CatchAtBoundary(VYX_HERE, KORLibNotStarted, [&]() -> KORLibStatus {
+    ArgumentVector arguments(iExecutable, iArguments);
+    if (!IsFiltered(DEBUG)) {
+      LogUnlessFiltered(DEBUG, "STARTING ", iWait ? "and WAITING for " : "", "child process:     ", iExecutable, " ",
+                        VYXInfStringUtil::Join(iArguments, " "));
+    }
+    const KORLibStatus status = Start(arguments, iWait, oPid, oExitCode);
+    LogUnlessFiltered(DEBUG, "child process  [", ToState(status, iWait), "]  ", "(PID ", *oPid, ")   ", "(exit status ",
+                      *oExitCode, ")   ");
+    if (status != KORLibSuccess) {
+      LogPendingError(E_FAIL);
+      return FailureReturn(VYX_HERE, status);
+    }
+    return status;
+  });
 }
 
 long VYXInfSystemUtil::KillProcessFromChild(int iPid) {
-  KORUnicodeString folder;
-  if (const long code = GetExecutablePath(folder); code < 0) {
-    return FailureReturn(VYX_HERE, LogPendingError(code));
-  }
-  KORListValKORUnicodeString arguments;
-  arguments.Append("-wait");
-  arguments.Append(KORUnicodeString(std::to_string(iPid)));
-  int helperPid = 0;
-  int exitCode = 0;
-  const KORLibStatus status =
-      StartProcess(ConcatenateAsPath({folder, kHelperName}), arguments, false, &helperPid, &exitCode);
-  return status == KORLibNotStarted ? FailureReturn(VYX_HERE, E_FAIL) : S_OK;
+  return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
+    KORUnicodeString folder;
+    if (const long code = GetExecutablePath(folder); code < 0) {
+      return FailureReturn(VYX_HERE, LogPendingError(code));
+    }
+    KORListValKORUnicodeString arguments;
+    arguments.Append("-wait");
+    arguments.Append(KORUnicodeString(std::to_string(iPid)));
+    int helperPid = 0;
+    int exitCode = 0;
+    const KORLibStatus status =
+        StartProcess(ConcatenateAsPath({folder, kHelperName}), arguments, false, &helperPid, &exitCode);
+    return status == KORLibNotStarted ? FailureReturn(VYX_HERE, E_FAIL) : S_OK;
+  });
 }

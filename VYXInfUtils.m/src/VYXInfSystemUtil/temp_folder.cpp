@@ -8,6 +8,7 @@
 #include "VYXInfSystemUtil.h"
 #include "internal/FailureTrace.h"
 
+using VYX::Internal::CatchAtBoundary;
 using VYX::Internal::FailureLog;
 using VYX::Internal::LogPendingError;
 using VYX::Internal::LogUnlessFiltered;
@@ -53,18 +54,20 @@ bool IsUsable(const KORUnicodeString& iPath) {
 }  // namespace
 
 KORUnicodeString VYXInfSystemUtil::GetTempFolderPath() {
-  // Set once, to a folder that was proved, and never freed: it is read without a lock, also while the process ends.
-  static constinit std::atomic<const KORUnicodeString*> cache{nullptr};
-  if (const KORUnicodeString* const cached = cache.load(std::memory_order_acquire); cached != nullptr) {
-    return *cached;
-  }
-  KORUnicodeString path = ResolvePath(FindCandidate(), false);
-  if (IsUsable(path)) {
-    auto found = std::make_unique<const KORUnicodeString>(path);
-    const KORUnicodeString* none = nullptr;
-    if (cache.compare_exchange_strong(none, found.get(), std::memory_order_acq_rel)) {
-      static_cast<void>(found.release());
+  return CatchAtBoundary(VYX_HERE, KORUnicodeString(), [&]() -> KORUnicodeString {
+    // Set once, to a folder that was proved, and never freed: it is read without a lock, also while the process ends.
+    static constinit std::atomic<const KORUnicodeString*> cache{nullptr};
+    if (const KORUnicodeString* const cached = cache.load(std::memory_order_acquire); cached != nullptr) {
+      return *cached;
     }
-  }
-  return path;
+    KORUnicodeString path = ResolvePath(FindCandidate(), false);
+    if (IsUsable(path)) {
+      auto found = std::make_unique<const KORUnicodeString>(path);
+      const KORUnicodeString* none = nullptr;
+      if (cache.compare_exchange_strong(none, found.get(), std::memory_order_acq_rel)) {
+        static_cast<void>(found.release());
+      }
+    }
+    return path;
+  });
 }
