@@ -7,9 +7,13 @@ namespace {
 
 /// Allocations that still succeed; negative means all.
 long allowedAllocations = VYX::Test::kUnlimited;
+bool isOnce = false;
+long failedAllocations = 0;
 
 void* Allocate(std::size_t iSize) noexcept {
   if (allowedAllocations == 0) {
+    ++failedAllocations;
+    allowedAllocations = isOnce ? VYX::Test::kUnlimited : 0;
     return nullptr;
   }
   allowedAllocations -= allowedAllocations > 0 ? 1 : 0;
@@ -54,8 +58,14 @@ void operator delete[](void* iMemory, const std::nothrow_t&) noexcept {
 
 namespace VYX::Test {
 
-void AllowAllocations(long iCount) noexcept {
+void AllowAllocations(long iCount, bool iIsOnce) noexcept {
   allowedAllocations = iCount;
+  isOnce = iIsOnce;
+  failedAllocations = 0;
+}
+
+long CountFailedAllocations() noexcept {
+  return failedAllocations;
 }
 
 }  // namespace VYX::Test
