@@ -57,3 +57,9 @@ if(VYX_BUILD_FUZZERS)
   # The fuzzing engine learns from the layers which input reaches what; other programs link them unchanged.
   target_compile_options(vyx_layer_settings INTERFACE -fsanitize=fuzzer-no-link)
 endif()
+
+if(VYX_COVERAGE)
+  # The tests count as well: the linker keeps one copy of an inline function, which may be theirs.
+  target_compile_options(vyx_settings INTERFACE --coverage -fprofile-update=atomic)
+  target_link_options(vyx_settings INTERFACE --coverage)
+endif()
