@@ -3,25 +3,13 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "platform/os/files.h"
+#include "platform/os/file_guard.h"
 
 namespace VYX::Platform {
 
 namespace {
 
 constexpr std::uint64_t kMaxFileSize = 16U << 20;
-
-// Closes the file on every way out.
-class OpenFileGuard {
- public:
-  explicit OpenFileGuard(Os::FileDescriptor iFile) noexcept : _file(iFile) {}
-  ~OpenFileGuard() { static_cast<void>(Os::CloseFile(_file)); }
-  OpenFileGuard(const OpenFileGuard&) = delete;
-  OpenFileGuard& operator=(const OpenFileGuard&) = delete;
-
- private:
-  Os::FileDescriptor _file;
-};
 
 // Answers what is wrong, and nothing for success.
 std::string ReadOpenFile(Os::FileDescriptor iFile, std::string& oText, Os::Status& oHost) {
@@ -54,7 +42,7 @@ std::string ReadSmallTextFile(const std::string& iPath, std::string& oText, Os::
   if (!oHost.IsOk()) {
     return oHost.Describe();
   }
-  const OpenFileGuard guard(file);
+  const Os::FileGuard guard(file);
   return ReadOpenFile(file, oText, oHost);
 }
 
