@@ -1,17 +1,25 @@
 #pragma once
 
+#include <utility>
+
 #include "platform/os/files.h"
 
 namespace VYX::Os {
 
-/// Closes an open file on every way out, also where memory runs out. For files that are read: what closing answers is
-/// dropped. One object belongs to one thread.
+/// Closes an open file on every way out, also where memory runs out. One object belongs to one thread.
 class FileGuard {
  public:
   explicit FileGuard(FileDescriptor iFile) noexcept : _file(iFile) {}
-  ~FileGuard() { static_cast<void>(CloseFile(_file)); }
+  ~FileGuard() {
+    if (_file != 0) {
+      static_cast<void>(CloseFile(_file));
+    }
+  }
   FileGuard(const FileGuard&) = delete;
   FileGuard& operator=(const FileGuard&) = delete;
+
+  /// Closes the file now, once, for who has to know whether that succeeded.
+  Status Close() { return CloseFile(std::exchange(_file, 0)); }
 
  private:
   FileDescriptor _file;

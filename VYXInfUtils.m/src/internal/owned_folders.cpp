@@ -22,6 +22,16 @@ void RemoveFolder(const KORUnicodeString& iPath, const char* iWords, const Sourc
   }
 }
 
+// False where memory ran out.
+bool TryToRemove(const KORUnicodeString& iPath, const char* iWords, const SourceSite& iSite) noexcept {
+  try {
+    RemoveFolder(iPath, iWords, iSite);
+    return true;
+  } catch (const std::exception&) {
+    return false;
+  }
+}
+
 }  // namespace
 
 long CreateTemporaryFolder(const KORUnicodeString& iName, KORListValKORUnicodeString& ioFolders,
@@ -44,12 +54,9 @@ void RemoveFolders(KORListValKORUnicodeString& ioFolders, std::int32_t iOwnerPro
                    const SourceSite& iSite) noexcept {
   if (iOwnerProcess == VYXInfSystemUtil::GetPID()) {
     for (const KORUnicodeString& folder : ioFolders) {
-      try {
-        RemoveFolder(folder, iWords, iSite);
-      } catch (const std::exception&) {
-        // Without memory to remove a folder there is none to tell of it either; the next one may need less.
-        continue;
-      }
+      // Without memory to remove a folder there is none to tell of it either. What the first attempt had taken may
+      // serve the second one.
+      static_cast<void>(TryToRemove(folder, iWords, iSite) || TryToRemove(folder, iWords, iSite));
     }
   }
   ioFolders.RemoveAll();

@@ -1,7 +1,9 @@
 #include <algorithm>
+#include <new>
 #include <utility>
 
 #include "create_folders.h"
+#include "platform/os/file_guard.h"
 #include "platform/os/folders.h"
 #include "zip_session.h"
 #include "zip_target_tree.h"
@@ -25,6 +27,16 @@ const char* FindSpecialType(const ZipEntry& iEntry) noexcept {
     return "it is a link";
   }
   return type == 0 || type == kRegularType || type == kFolderType ? nullptr : "it is a special file";
+}
+
+// What is done after a failure is done after the want of memory, too. The cause is short enough to take none.
+template <typename Work>
+ZipProblem Guarded(Work iWork) {
+  try {
+    return iWork();
+  } catch (const std::bad_alloc&) {
+    return {Os::Failure::OutOfMemory().ToResultCode(), {}, "out of memory"};
+  }
 }
 
 class Extraction {
@@ -56,9 +68,9 @@ class Extraction {
 
   ZipProblem Run(const std::string& iTarget) {
     const NewFolders newFolders(iTarget);
-    ZipProblem problem = ToProblem(CreateFolders(iTarget, Os::CreateFolder));
+    ZipProblem problem = Guarded([&] { return ToProblem(CreateFolders(iTarget, Os::CreateFolder)); });
     if (problem.IsNone()) {
-      problem = RunInside(iTarget);
+      problem = Guarded([&] { return RunInside(iTarget); });
     }
     if (!problem.IsNone()) {
       newFolders.Remove();
@@ -98,7 +110,7 @@ class Extraction {
       problem = ForEach([this](std::size_t iPosition) { return CheckPlace(iPosition); });
     }
     if (problem.IsNone()) {
-      problem = ForEach([&](std::size_t iPosition) { return Place(staging, iPosition); });
+      problem = Guarded([&] { return ForEach([&](std::size_t iPosition) { return Place(staging, iPosition); }); });
       if (problem.IsNone()) {
         staging.Forget();
       } else {
@@ -134,9 +146,10 @@ class Extraction {
     if (const Os::Status status = ioStaging.Create(iPosition, (entry.unixMode & kAnyRun) != 0, file); !status.IsOk()) {
       return ToProblem(status);
     }
+    Os::FileGuard guard(file);
     ZipProblem problem = _archive.IsInMemory(entry) ? WriteWhole(entry, file) : WritePieces(entry, file);
     _archive.End();
-    const Os::Status closed = Os::CloseFile(file);
+    const Os::Status closed = guard.Close();
     return problem.IsNone() ? ToProblem(closed) : problem;
   }
 
@@ -208,11 +221,16 @@ class Extraction {
     if (status.IsOk()) {
       status = folder->Query(name, kind);
     }
-    if (status.IsOk()) {
-      status = iStaging.MoveTo(iPosition, *folder, name);
+    if (!status.IsOk()) {
+      return InTheWay(status);
     }
-    if (status.IsOk() && kind == Os::FolderHandle::Kind::Missing) {
-      _tree.NoteNewFile(target.path);
+    const bool isNew = kind == Os::FolderHandle::Kind::Missing;
+    if (isNew) {
+      _tree.NoteNew(target.path, false);
+    }
+    status = iStaging.MoveTo(iPosition, *folder, name);
+    if (isNew && !status.IsOk()) {
+      _tree.ForgetNewest();
     }
     return InTheWay(status);
   }

@@ -89,7 +89,9 @@ class TargetTree {
     return {};
   }
 
-  void NoteNewFile(const std::string& iPath) { _created.emplace_back(iPath, false); }
+  // Notes what is about to be created, before it is there; forgets it again where that failed.
+  void NoteNew(const std::string& iPath, bool iIsFolder) { _created.emplace_back(iPath, iIsFolder); }
+  void ForgetNewest() noexcept { _created.pop_back(); }
 
   // Removes what was created, the newest first.
   void TakeBack() {
@@ -115,11 +117,12 @@ class TargetTree {
     }
     oIsThere = kind == Os::FolderHandle::Kind::Folder || iIsCreating;
     if (kind == Os::FolderHandle::Kind::Missing && iIsCreating) {
+      NoteNew(iPath, true);
       const Os::Status created = iAt.CreateFolder(iName, false);
       if (!created.IsOk()) {
+        ForgetNewest();
         return created;
       }
-      _created.emplace_back(iPath, true);
     }
     return oIsThere ? iAt.OpenFolder(iName, oNext) : Os::Status();
   }
@@ -153,9 +156,10 @@ class Staging {
   }
 
   Os::Status Create(std::size_t iPosition, bool iIsProgram, Os::FileDescriptor& oFile) {
+    _files.push_back(iPosition);
     const Os::Status status = _folder.CreateFile(std::to_string(iPosition), iIsProgram, oFile);
-    if (status.IsOk()) {
-      _files.push_back(iPosition);
+    if (!status.IsOk()) {
+      _files.pop_back();
     }
     return status;
   }
