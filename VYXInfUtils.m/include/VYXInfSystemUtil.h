@@ -305,9 +305,9 @@ class VYX_EXPORT VYXInfSystemUtil {
    * @param iExecutable the program's path; also what the program gets as the first of its arguments.
    * @param iArguments the arguments behind that, handed over byte for byte.
    * @param iWait true to return after the child has ended.
-   * @param oPid receives the process id.
+   * @param oPid receives the process id; never null.
    * @param oExitCode receives, when waiting, the exit code, or on POSIX hosts the signal that ended the child as a
-   * negative number.
+   * negative number; never null.
    * @return KORLibSuccess, or the platform's status with its message and a failure trace. KORLibNotStarted is also the
    * answer for a text with a zero byte, which no program could be handed.
    */
