@@ -6,7 +6,14 @@
 #include "VYXInfTransferableFactory.h"
 #include "VYXPropertyTreeTransfer.h"
 
-using namespace VYX::Inf;
+using VYX::Inf::IReceiver;
+using VYX::Inf::ITransferable;
+using VYX::Inf::ITransmitter;
+using VYX::Inf::MediaBase;
+using VYX::Inf::MediaContainer;
+using VYX::Inf::PropertyTreeReceiver;
+using VYX::Inf::PropertyTreeTransmitter;
+using VYX::Inf::TransferableFactory;
 
 /// A picture: a media item with a width.
 class Picture final : public MediaBase {

@@ -32,7 +32,8 @@ int main() {
   char* const data = QB::allocateArrayChar(5);
   std::memcpy(data, "fjord", 5);
   const QB::Binary owner(data, 5, &QB::deallocateArrayChar);
-  const QB::Binary sharer = owner;
+  QB::Binary sharer;
+  sharer = owner;
   std::cout << (sharer.GetData() == owner.GetData() ? "shared" : "copied") << ", with a digest of "
             << Sha256(sharer).GetSize() << " bytes\n";
 

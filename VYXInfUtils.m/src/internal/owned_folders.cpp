@@ -56,7 +56,9 @@ void RemoveFolders(KORListValKORUnicodeString& ioFolders, std::int32_t iOwnerPro
     for (const KORUnicodeString& folder : ioFolders) {
       // Without memory to remove a folder there is none to tell of it either. What the first attempt had taken may
       // serve the second one.
-      static_cast<void>(TryToRemove(folder, iWords, iSite) || TryToRemove(folder, iWords, iSite));
+      if (!TryToRemove(folder, iWords, iSite)) {
+        static_cast<void>(TryToRemove(folder, iWords, iSite));
+      }
     }
   }
   ioFolders.RemoveAll();
