@@ -21,38 +21,62 @@ class DoomedBodies {
   ContainerBody* _first = nullptr;
 };
 
+/// Ends a body whose values are gone.
+void Release(ContainerBody* ioBody) noexcept {
+  Arena* const arena = ioBody->arena;
+  if (ioBody->memory == ContainerBody::Memory::Own) {
+    ::operator delete(ioBody);
+  }
+  if (arena != nullptr && arena->DropBody()) {
+    Arena::Free(arena);
+  }
+}
+
 void DestroyArray(ArrayBody* ioBody, DoomedBodies& ioDoomed) noexcept {
   Value* const elements = ioBody->Elements();
   for (std::size_t index = 0; index < ioBody->size; ++index) {
     ioDoomed.Push(elements[index].Dismantle());
   }
-  ::operator delete(ioBody);
+  Release(ioBody);
 }
 
 void DestroyObject(ObjectBody* ioBody, DoomedBodies& ioDoomed) noexcept {
-  SlotTable::Cursor members(ioBody->slots);
-  while (Entry* const entry = members.Next()) {
-    ioDoomed.Push(entry->value.Dismantle());
-    entry->key.~KORUnicodeString();
-    ioBody->FreeEntry(entry);
+  if (ioBody->shape != nullptr) {
+    for (std::size_t index = 0; index < ioBody->shape->Size(); ++index) {
+      ioDoomed.Push(ioBody->Values()[index].Dismantle());
+    }
+    Release(ioBody);
+    return;
   }
-  ObjectBody::Free(ioBody);
+  auto* const body = static_cast<MappedBody*>(ioBody);
+  SlotTable::Cursor members(body->slots);
+  while (const Slot* const slot = members.Next()) {
+    ioDoomed.Push(slot->value->Dismantle());
+    if (!body->IsInOrigin(slot->value)) {
+      slot->key->~KORUnicodeString();
+    }
+  }
+  MappedBody::Free(body);
 }
 
 }  // namespace
 
 ContainerBody* Value::Dismantle() noexcept {
-  if (_kind == Kind::String) {
+  if (Tag() < kFirstTag) {
     _string.~KORUnicodeString();
-  } else if (_kind == Kind::Array) {
+  } else if (GetKind() == Kind::Array) {
     return _array.Detach();
-  } else if (_kind == Kind::Object) {
+  } else if (GetKind() == Kind::Object) {
     return _object.Detach();
   }
   return nullptr;
 }
 
 void Destroy(ContainerBody* ioBody) noexcept {
+  if (ioBody->arena != nullptr && ioBody->arena->DiesWith(ioBody)) {
+    Arena::Free(ioBody->arena);
+    return;
+  }
   DoomedBodies doomed;
   doomed.Push(ioBody);
   while (ContainerBody* const body = doomed.Pop()) {

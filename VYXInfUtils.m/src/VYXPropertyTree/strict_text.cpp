@@ -45,7 +45,7 @@ class StrictWriter {
  private:
   /// A container whose bracket is open.
   struct Frame {
-    SlotTable::Cursor members;
+    MemberCursor members;
     const Entry* member;  // of an object: the one being written
     const Value* elements;
     std::size_t count;  // of what was begun
@@ -66,9 +66,9 @@ class StrictWriter {
       return ioFrame.elements + (ioFrame.count - 1);
     }
     ioFrame.member = ioFrame.members.Next();
-    WriteString(ioFrame.member->key, "The key");
+    WriteString(ioFrame.*member.key, "The key");
     _text += _indent == 0 ? ":" : ": ";
-    return &ioFrame.member->value;
+    return &ioFrame.*member.value;
   }
 
   void Open(const Array& iArray) {
@@ -174,7 +174,7 @@ class StrictWriter {
         place += std::to_string(frame.count - 1);
         continue;
       }
-      for (const char letter : frame.member->key.ToStringView()) {
+      for (const char letter : frame.*member.key.ToStringView()) {
         place += letter == '~' ? "~0" : letter == '/' ? "~1" : std::string(1, letter);
       }
     }

@@ -3,7 +3,7 @@
 namespace json {
 
 Value::Value(const Value& iOther) : Value() {
-  switch (iOther._kind) {
+  switch (iOther.GetKind()) {
     case Kind::Null:
       break;
     case Kind::Boolean:
