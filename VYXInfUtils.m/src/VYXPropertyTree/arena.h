@@ -48,12 +48,14 @@ class Arena {
   /// A body died; true for the last one, after which the arena has to be freed.
   bool DropBody() noexcept { return --_bodies == 0; }
 
-  /// From now on values below may own what is not in the arena, or may have left the topmost body. Reading through views
-  /// ends here, too, from several threads.
+  /// From now on values below may own what is not in the arena, or may have left the topmost body. Reading through
+  /// views ends here, too, from several threads.
   void Touch() noexcept { _isTouched.store(true, std::memory_order_relaxed); }
 
   /// True when everything dies with this body.
-  bool DiesWith(const ContainerBody* iBody) const noexcept { return iBody == _top && !_isTouched.load(std::memory_order_relaxed); }
+  bool DiesWith(const ContainerBody* iBody) const noexcept {
+    return iBody == _top && !_isTouched.load(std::memory_order_relaxed);
+  }
 
  private:
   struct Piece {

@@ -78,8 +78,7 @@ class Comparer {
 
   /// Shapes are compared once, as long as the answer is remembered.
   bool HaveEqualKeys(const Shape* iLeft, const Shape* iRight) {
-    Shapes& known =
-        _shapes[(reinterpret_cast<std::uintptr_t>(iLeft) / sizeof(KORUnicodeString)) % _shapes.size()];
+    Shapes& known = _shapes[(reinterpret_cast<std::uintptr_t>(iLeft) / sizeof(KORUnicodeString)) % _shapes.size()];
     if (known.left != iLeft || known.right != iRight) {
       known = {iLeft, iRight, iLeft == iRight || iLeft->HasKeysOf(*iRight)};
     }

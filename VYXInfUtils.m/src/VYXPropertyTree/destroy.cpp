@@ -73,14 +73,12 @@ ContainerBody* Value::Dismantle() noexcept {
 }
 
 void Destroy(ContainerBody* ioBody) noexcept {
-  if (ioBody->arena != nullptr && ioBody->arena->DiesWith(ioBody)) {
-    Arena::Free(ioBody->arena);
-    return;
-  }
   DoomedBodies doomed;
   doomed.Push(ioBody);
   while (ContainerBody* const body = doomed.Pop()) {
-    if (body->isObject) {
+    if (body->arena != nullptr && body->arena->DiesWith(body)) {
+      Arena::Free(body->arena);
+    } else if (body->isObject) {
       DestroyObject(static_cast<ObjectBody*>(body), doomed);
     } else {
       DestroyArray(static_cast<ArrayBody*>(body), doomed);

@@ -54,8 +54,8 @@ std::uint32_t SlotTable::FindRun(const SearchKey& iKey) const noexcept {
   while (count > 0) {
     const std::uint32_t half = count / 2;
     const Run& run = _runs[first + half];
-    const bool isGreater = run.firstPrefix != iKey.prefix ? run.firstPrefix > iKey.prefix
-                                                          : run.slots[0].key->ToStringView() > iKey.text;
+    const bool isGreater =
+        run.firstPrefix != iKey.prefix ? run.firstPrefix > iKey.prefix : run.slots[0].key->ToStringView() > iKey.text;
     first = isGreater ? first : first + half + 1;
     count = isGreater ? half : count - half - 1;
   }
@@ -66,8 +66,8 @@ SlotTable::Place SlotTable::Locate(const SearchKey& iKey) const noexcept {
   const std::uint32_t position = _runCount == 1 ? 0 : FindRun(iKey);
   const Run& run = _runs[position];
   const std::uint32_t index = LowerBound(run, iKey);
-  const bool isFound = index < run.size && run.slots[index].prefix == iKey.prefix &&
-                       run.slots[index].key->ToStringView() == iKey.text;
+  const bool isFound =
+      index < run.size && run.slots[index].prefix == iKey.prefix && run.slots[index].key->ToStringView() == iKey.text;
   return {position, index, isFound};
 }
 

@@ -49,7 +49,7 @@ class Builder {
  private:
   /// An array or object whose values are being made.
   struct Frame {
-    Value* values;               ///< of an array, the next one; of an object, the first
+    Value* values;                ///< of an array, the next one; of an object, the first
     const KeySequence::Key* key;  ///< of the next member; null in an array
     std::size_t left;
     ObjectBody* object;
