@@ -6,8 +6,6 @@
 #include <string>
 #include <string_view>
 
-#include "platform/adapters/json_tape.h"
-
 /**
  * The JSON reader: text in, a read-only document out.
  *
@@ -114,9 +112,6 @@ class JsonDocument {
 
   /// The value at the top.
   JsonNode Root() const noexcept;
-
-  /// The whole document as the reader wrote it, for those who read all of it once; nothing for an empty document.
-  JsonTape Tape() const noexcept;
 
   /// The value at a place that JsonNode::Place answered for a node of this document.
   JsonNode At(std::size_t iPlace) const noexcept;

@@ -173,23 +173,6 @@ bool JsonDocument::Parse(std::string_view iText, JsonFailure& oFailure) {
   return true;
 }
 
-JsonTape JsonDocument::Tape() const noexcept {
-  static_assert(static_cast<char>(tape_type::START_OBJECT) == JsonTape::kObject);
-  static_assert(static_cast<char>(tape_type::START_ARRAY) == JsonTape::kArray);
-  static_assert(static_cast<char>(tape_type::STRING) == JsonTape::kString);
-  static_assert(static_cast<char>(tape_type::INT64) == JsonTape::kSigned);
-  static_assert(static_cast<char>(tape_type::UINT64) == JsonTape::kUnsigned);
-  static_assert(static_cast<char>(tape_type::DOUBLE) == JsonTape::kDouble);
-  static_assert(static_cast<char>(tape_type::TRUE_VALUE) == JsonTape::kTrue);
-  static_assert(static_cast<char>(tape_type::FALSE_VALUE) == JsonTape::kFalse);
-  static_assert(static_cast<char>(tape_type::NULL_VALUE) == JsonTape::kNull);
-  static_assert(simdjson::SIMDJSON_PADDING >= JsonTape::kReadableBytes);
-  if (_memory == nullptr) {
-    return {};
-  }
-  return {_memory->tape.tape.get(), reinterpret_cast<const char*>(_memory->tape.string_buf.get()), kRootPlace};
-}
-
 JsonNode JsonDocument::Root() const noexcept {
   return At(kRootPlace);
 }

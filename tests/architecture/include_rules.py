@@ -14,7 +14,6 @@ OS_POSIX = "platform/os/posix/"
 OS_LINUX = "platform/os/linux/"
 OS_WINDOWS = "platform/os/windows/"
 ADAPTERS = "platform/adapters/"
-JSON_CONTRACTS = ("platform/adapters/json_reader.h", "platform/adapters/json_tape.h")
 EXAMPLES = "examples/"
 PROGRAMS = "programs/"
 
@@ -91,8 +90,6 @@ def check_project_include(tree, file, layer, name, line):
         return  # the headers of the system's own libraries build on that one
     if target == FORMAT_HEADER:
         yield Finding("third-party", file.path, line, f"{FORMAT_HEADER} is for callers only")
-    if layer == LIBRARY and target in JSON_CONTRACTS:
-        return
     target_layer = layer_of(target)
     if target_layer != layer and target_layer not in LAYERS[layer]:
         yield Finding("layer", file.path, line, f"{layer} may not include {target}")

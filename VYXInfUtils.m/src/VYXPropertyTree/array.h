@@ -11,14 +11,11 @@ struct Value;
 
 /// The heap part of an array; its elements stand right behind it.
 struct ArrayBody : ContainerBody {
-  using ContainerBody::ContainerBody;
-
-  /// A body with memory of its own.
-  static ArrayBody* Make(std::size_t iCapacity);
-  /// A body in an arena, with so many elements that are not made yet.
-  static ArrayBody* Make(Arena& ioArena, std::size_t iSize);
-
+  explicit ArrayBody(std::size_t iCapacity) noexcept : ContainerBody(false), capacity(iCapacity) {}
   inline Value* Elements() noexcept;
+
+  std::size_t size = 0;
+  std::size_t capacity;
 };
 
 /// A growable sequence of values in insertion order. Copies are deep; a moved-from array is empty. Growing moves the
@@ -26,7 +23,6 @@ struct ArrayBody : ContainerBody {
 class Array {
  public:
   Array() noexcept = default;
-  explicit Array(ArrayBody* iBody) noexcept : _body(iBody) {}
   Array(const Array& iOther);
   Array(Array&& ioOther) noexcept : _body(std::exchange(ioOther._body, nullptr)) {}
   Array& operator=(Array iOther) noexcept {
@@ -42,6 +38,8 @@ class Array {
   std::size_t Size() const noexcept { return _body == nullptr ? 0 : _body->size; }
   bool IsEmpty() const noexcept { return Size() == 0; }
 
+  inline Value* begin() noexcept;
+  inline Value* end() noexcept;
   inline const Value* begin() const noexcept;
   inline const Value* end() const noexcept;
 
@@ -54,9 +52,6 @@ class Array {
 
   /// Appends an element, which is left as it is when no memory is found.
   Value& Append(Value&& ioValue);
-
-  /// The heap part; null for an array that never had elements.
-  ArrayBody* Body() const noexcept { return _body; }
 
   /// Gives the heap part away; the array is empty then.
   ArrayBody* Detach() noexcept { return std::exchange(_body, nullptr); }

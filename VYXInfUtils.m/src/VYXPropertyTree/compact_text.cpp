@@ -26,7 +26,7 @@ class Writer {
  private:
   /// A container whose bracket is open.
   struct Frame {
-    MemberCursor members;
+    SlotTable::Cursor members;
     const Value* element;
     const Value* end;
     bool isObject;
@@ -54,14 +54,14 @@ class Writer {
       Separate(ioFrame);
       return ioFrame.element++;
     }
-    const Member member = ioFrame.members.Next();
-    if (!member) {
+    const Entry* const member = ioFrame.members.Next();
+    if (member == nullptr) {
       return nullptr;
     }
     Separate(ioFrame);
-    WriteString(*member.key);
+    WriteString(member->key);
     _text += ':';
-    return member.value;
+    return &member->value;
   }
 
   void Separate(Frame& ioFrame) {

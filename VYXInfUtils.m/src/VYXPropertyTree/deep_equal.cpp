@@ -1,4 +1,3 @@
-#include <array>
 #include <bit>
 #include <cmath>
 #include <cstdint>
@@ -26,11 +25,6 @@ class Comparer {
     const Value* left;
     const Value* right;
   };
-  struct Shapes {
-    const Shape* left = nullptr;
-    const Shape* right = nullptr;
-    bool areEqual = false;
-  };
 
   bool ComparePending() {
     while (!_tasks.empty()) {
@@ -47,47 +41,27 @@ class Comparer {
   }
 
   bool CompareElements(const Array& iLeft, const Array& iRight) {
-    return iLeft.Size() == iRight.Size() && CompareRows(iLeft.begin(), iRight.begin(), iLeft.Size());
-  }
-
-  bool CompareMembers(const Object& iLeft, const Object& iRight) {
-    if (iLeft.Size() != iRight.Size() || iLeft.IsEmpty()) {
-      return iLeft.Size() == iRight.Size();
+    if (iLeft.Size() != iRight.Size()) {
+      return false;
     }
-    const ObjectBody* const left = iLeft.Body();
-    const ObjectBody* const right = iRight.Body();
-    const bool haveShapes = left->shape != nullptr && right->shape != nullptr;
-    if (haveShapes && HaveEqualKeys(left->shape, right->shape)) {
-      return CompareRows(left->Values(), right->Values(), left->shape->Size());
-    }
-    return CompareOneByOne(iLeft, iRight);
-  }
-
-  /// The members of objects that may differ in their keys or in what they are made of.
-  bool CompareOneByOne(const Object& iLeft, const Object& iRight) {
-    MemberCursor leftMembers = MembersOf(iLeft);
-    MemberCursor rightMembers = MembersOf(iRight);
-    while (const Member left = leftMembers.Next()) {
-      const Member right = rightMembers.Next();
-      if (!VYX::Internal::PooledText::AreEqual(*left.key, *right.key) || !CompareValues(*left.value, *right.value)) {
+    const Value* right = iRight.begin();
+    for (const Value& left : iLeft) {
+      if (!CompareValues(left, *right++)) {
         return false;
       }
     }
     return true;
   }
 
-  /// Shapes are compared once, as long as the answer is remembered.
-  bool HaveEqualKeys(const Shape* iLeft, const Shape* iRight) {
-    Shapes& known = _shapes[(reinterpret_cast<std::uintptr_t>(iLeft) / sizeof(KORUnicodeString)) % _shapes.size()];
-    if (known.left != iLeft || known.right != iRight) {
-      known = {iLeft, iRight, iLeft == iRight || iLeft->HasKeysOf(*iRight)};
+  bool CompareMembers(const Object& iLeft, const Object& iRight) {
+    if (iLeft.Size() != iRight.Size()) {
+      return false;
     }
-    return known.areEqual;
-  }
-
-  bool CompareRows(const Value* iLeft, const Value* iRight, std::size_t iCount) {
-    for (std::size_t index = 0; index < iCount; ++index) {
-      if (!CompareValues(iLeft[index], iRight[index])) {
+    SlotTable::Cursor leftMembers = MembersOf(iLeft);
+    SlotTable::Cursor rightMembers = MembersOf(iRight);
+    while (const Entry* const left = leftMembers.Next()) {
+      const Entry* const right = rightMembers.Next();
+      if (!(left->key == right->key) || !CompareValues(left->value, right->value)) {
         return false;
       }
     }
@@ -96,28 +70,25 @@ class Comparer {
 
   /// Containers of one kind are compared when their turn comes.
   bool CompareValues(const Value& iLeft, const Value& iRight) {
-    const Kind kind = iLeft.GetKind();
-    if (kind != iRight.GetKind()) {
+    if (iLeft.GetKind() != iRight.GetKind()) {
       return false;
     }
-    switch (kind) {
+    switch (iLeft.GetKind()) {
+      case Kind::Null:
+        return true;
       case Kind::Boolean:
         return iLeft.GetBoolean() == iRight.GetBoolean();
       case Kind::Number:
         return HaveEqualNumberText(iLeft.GetNumber(), iRight.GetNumber());
       case Kind::String:
-        return VYX::Internal::PooledText::AreEqual(iLeft.GetString(), iRight.GetString());
-      case Kind::Array:
-      case Kind::Object:
+        return iLeft.GetString() == iRight.GetString();
+      default:
         _tasks.push_back({&iLeft, &iRight});
-        return true;
-      default:  // null, or absent on both sides
         return true;
     }
   }
 
   std::vector<Task> _tasks;
-  std::array<Shapes, 32> _shapes;
 };
 
 }  // namespace

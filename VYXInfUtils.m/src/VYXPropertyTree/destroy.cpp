@@ -21,52 +21,32 @@ class DoomedBodies {
   ContainerBody* _first = nullptr;
 };
 
-/// Ends a body whose values are gone.
-void Release(ContainerBody* ioBody) noexcept {
-  Arena* const arena = ioBody->arena;
-  if (ioBody->memory == ContainerBody::Memory::Own) {
-    ::operator delete(ioBody);
-  }
-  if (arena != nullptr && arena->DropBody()) {
-    Arena::Free(arena);
-  }
-}
-
 void DestroyArray(ArrayBody* ioBody, DoomedBodies& ioDoomed) noexcept {
   Value* const elements = ioBody->Elements();
   for (std::size_t index = 0; index < ioBody->size; ++index) {
     ioDoomed.Push(elements[index].Dismantle());
   }
-  Release(ioBody);
+  ::operator delete(ioBody);
 }
 
 void DestroyObject(ObjectBody* ioBody, DoomedBodies& ioDoomed) noexcept {
-  if (ioBody->shape != nullptr) {
-    for (std::size_t index = 0; index < ioBody->shape->Size(); ++index) {
-      ioDoomed.Push(ioBody->Values()[index].Dismantle());
-    }
-    Release(ioBody);
-    return;
+  SlotTable::Cursor members(ioBody->slots);
+  while (Entry* const entry = members.Next()) {
+    ioDoomed.Push(entry->value.Dismantle());
+    entry->key.~KORUnicodeString();
+    ioBody->FreeEntry(entry);
   }
-  auto* const body = static_cast<MappedBody*>(ioBody);
-  SlotTable::Cursor members(body->slots);
-  while (const Slot* const slot = members.Next()) {
-    ioDoomed.Push(slot->value->Dismantle());
-    if (!body->IsInOrigin(slot->value)) {
-      slot->key->~KORUnicodeString();
-    }
-  }
-  MappedBody::Free(body);
+  ObjectBody::Free(ioBody);
 }
 
 }  // namespace
 
 ContainerBody* Value::Dismantle() noexcept {
-  if (Tag() < kFirstTag) {
+  if (_kind == Kind::String) {
     _string.~KORUnicodeString();
-  } else if (GetKind() == Kind::Array) {
+  } else if (_kind == Kind::Array) {
     return _array.Detach();
-  } else if (GetKind() == Kind::Object) {
+  } else if (_kind == Kind::Object) {
     return _object.Detach();
   }
   return nullptr;
@@ -76,9 +56,7 @@ void Destroy(ContainerBody* ioBody) noexcept {
   DoomedBodies doomed;
   doomed.Push(ioBody);
   while (ContainerBody* const body = doomed.Pop()) {
-    if (body->arena != nullptr && body->arena->DiesWith(body)) {
-      Arena::Free(body->arena);
-    } else if (body->isObject) {
+    if (body->isObject) {
       DestroyObject(static_cast<ObjectBody*>(body), doomed);
     } else {
       DestroyArray(static_cast<ArrayBody*>(body), doomed);

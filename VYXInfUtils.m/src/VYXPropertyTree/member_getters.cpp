@@ -13,7 +13,7 @@ template <class Read>
 long MemberAccess::ReadMember(const SourceSite& iSite, const KORUnicodeString& iKey, Read&& iRead,
                               Absence iAbsence) const {
   return CatchAtBoundary(iSite, E_FAIL, [&]() -> long {
-    const json::Value* const value = IsNothing() ? nullptr : std::as_const(Object()).Find(iKey);
+    const json::Value* const value = IsNothing() ? nullptr : Object().Find(iKey);
     if (value != nullptr) {
       iRead(*value);
       return S_OK;
@@ -127,9 +127,9 @@ long MemberAccess::GetKeys(KORListValKORUnicodeString& ioKeys) const {
     if (IsNothing()) {
       return FailureReturn(VYX_HERE, E_FAIL);
     }
-    json::MemberCursor members = json::MembersOf(Object());
-    while (const json::Member member = members.Next()) {
-      ioKeys.Append(*member.key);
+    json::SlotTable::Cursor members = json::MembersOf(Object());
+    while (const json::Entry* const member = members.Next()) {
+      ioKeys.Append(member->key);
     }
     return S_OK;
   });

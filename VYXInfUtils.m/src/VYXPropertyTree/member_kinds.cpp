@@ -1,5 +1,3 @@
-#include <utility>
-
 #include "VYXPropertyTree/member_access.h"
 
 namespace VYX::Internal {
@@ -12,7 +10,7 @@ bool MemberAccess::TestMember(const SourceSite& iSite, const KORUnicodeString& i
     if (IsNothing()) {
       return FailureReturn(iSite, iWithout);
     }
-    const json::Value* const value = std::as_const(Object()).Find(iKey);
+    const json::Value* const value = Object().Find(iKey);
     return value != nullptr && iTest(*value);
   });
 }

@@ -1,117 +1,125 @@
 #include "VYXPropertyTree/object.h"
 
+#include <algorithm>
+#include <functional>
+#include <limits>
+#include <new>
+
 #include "VYXPropertyTree/object_body.h"
 
 namespace json {
 
 namespace {
 
-/// The value of a key in a body with a shape, absent or not; null for a key that the shape has not.
-const Value* ShapedValue(const ObjectBody& iBody, const SearchKey& iKey) noexcept {
-  const std::size_t index = iBody.shape->Find(iKey);
-  return index == Shape::kNone ? nullptr : iBody.Values() + index;
+constexpr std::size_t kMaxReserved =
+    static_cast<std::size_t>(std::numeric_limits<std::ptrdiff_t>::max()) / (2 * (sizeof(Slot) + sizeof(Entry)));
+
+void Discard(ObjectBody& ioBody, Entry* ioEntry) noexcept {
+  ioEntry->~Entry();
+  ioBody.FreeEntry(ioEntry);
 }
 
-MappedBody& AsMapped(ObjectBody& ioBody) noexcept {
-  return static_cast<MappedBody&>(ioBody);
-}
-
-/// Sets a value of a body with a shape.
-Value& Replace(ObjectBody& ioBody, Value& ioOld, Value&& ioValue) noexcept {
-  ioBody.Touch();
-  if (!ioOld.IsAbsent()) {
-    return ioOld = std::move(ioValue);
+/// Puts an entry into the key order; it is discarded when that finds no memory.
+Value& Link(ObjectBody& ioBody, const SlotTable::Place& iPlace, std::uint64_t iPrefix, Entry* ioEntry) {
+  try {
+    ioBody.slots.Insert(iPlace, {iPrefix, ioEntry});
+  } catch (...) {
+    Discard(ioBody, ioEntry);
+    throw;
   }
-  ++ioBody.size;
-  return *new (&ioOld) Value(std::move(ioValue));
+  return ioEntry->value;
 }
 
 }  // namespace
 
+ObjectBody* ObjectBody::Make(std::size_t iReserved) {
+  if (iReserved > kMaxReserved) {
+    throw std::bad_alloc();
+  }
+  const std::size_t slotCount = std::min<std::size_t>(iReserved, SlotTable::kMaxRun);
+  static_assert(sizeof(ObjectBody) % alignof(Slot) == 0 && sizeof(Slot) % alignof(Entry) == 0);
+  void* const memory = ::operator new(sizeof(ObjectBody) + slotCount * sizeof(Slot) + iReserved * sizeof(Entry));
+  Slot* const slots = reinterpret_cast<Slot*>(static_cast<char*>(memory) + sizeof(ObjectBody));
+  Entry* const block = reinterpret_cast<Entry*>(slots + slotCount);
+  return new (memory) ObjectBody(slots, static_cast<std::uint32_t>(slotCount), block, iReserved);
+}
+
+void ObjectBody::Free(ObjectBody* iBody) noexcept {
+  iBody->~ObjectBody();
+  ::operator delete(iBody);
+}
+
+Entry* ObjectBody::NewEntry(const KORUnicodeString& iKey) {
+  if (blockNext == blockEnd) {
+    return new Entry(iKey);
+  }
+  Entry* const entry = new (blockNext) Entry(iKey);
+  ++blockNext;
+  return entry;
+}
+
+void ObjectBody::FreeEntry(Entry* iEntry) noexcept {
+  const std::less<const Entry*> isBefore;
+  if (isBefore(iEntry, blockBegin) || !isBefore(iEntry, blockEnd)) {
+    ::operator delete(iEntry);
+  } else if (iEntry + 1 == blockNext) {
+    blockNext = iEntry;
+  }
+}
+
 std::size_t Object::Size() const noexcept {
-  return _body == nullptr ? 0 : _body->size;
+  return _body == nullptr ? 0 : _body->slots.Size();
 }
 
 const Value* Object::Find(const KORUnicodeString& iKey) const noexcept {
   if (_body == nullptr) {
     return nullptr;
   }
-  const SearchKey key(iKey.ToStringView());
-  if (_body->shape != nullptr) {
-    const Value* const value = ShapedValue(*_body, key);
-    return value == nullptr || value->IsAbsent() ? nullptr : value;
-  }
-  const SlotTable& slots = AsMapped(*_body).slots;
-  const SlotTable::Place place = slots.Locate(key);
-  return place.isFound ? slots.At(place).value : nullptr;
+  const SlotTable::Place place = _body->slots.Locate(SearchKey(iKey.ToStringView()));
+  return place.isFound ? &_body->slots.At(place)->value : nullptr;
 }
 
 Value* Object::Find(const KORUnicodeString& iKey) noexcept {
-  Value* const value = const_cast<Value*>(std::as_const(*this).Find(iKey));
-  if (value != nullptr) {
-    _body->Touch();
-  }
-  return value;
+  return const_cast<Value*>(std::as_const(*this).Find(iKey));
 }
 
 Value& Object::Set(const KORUnicodeString& iKey, Value&& ioValue) {
-  const SearchKey key(iKey.ToStringView());
   if (_body == nullptr) {
-    _body = MappedBody::Make();
-  } else if (_body->shape != nullptr) {
-    if (const Value* const value = ShapedValue(*_body, key)) {
-      return Replace(*_body, const_cast<Value&>(*value), std::move(ioValue));
-    }
-    _body = MappedBody::Make(_body);
+    _body = ObjectBody::Make(0);
   }
-  MappedBody& body = AsMapped(*_body);
-  const SlotTable::Place place = body.slots.LocateForInsert(key);
+  const SearchKey key(iKey.ToStringView());
+  const SlotTable::Place place = _body->slots.LocateForInsert(key);
   if (place.isFound) {
-    return *body.slots.At(place).value = std::move(ioValue);
+    return _body->slots.At(place)->value = std::move(ioValue);
   }
-  return body.Insert(place, key, iKey) = std::move(ioValue);
+  return Link(*_body, place, key.prefix, _body->NewEntry(iKey)) = std::move(ioValue);
 }
 
-void Object::Merge(Object&& ioOther) {
+Value& Object::AppendLast(const KORUnicodeString& iKey) {
   if (_body == nullptr) {
-    _body = ioOther.Detach();
-    return;
+    _body = ObjectBody::Make(0);
   }
-  if (ioOther._body == nullptr) {
-    return;
-  }
-  ioOther._body->Touch();
-  MemberCursor members = MembersOf(ioOther);
-  while (const Member member = members.Next()) {
-    // The bytes of a text stay with the arena.
-    const bool isText = member.value->GetKind() == Kind::String;
-    Set(*member.key, isText ? Value(*member.value) : std::move(*member.value));
-  }
+  return Link(*_body, _body->slots.End(), SearchKey(iKey.ToStringView()).prefix, _body->NewEntry(iKey));
 }
 
 bool Object::Erase(const KORUnicodeString& iKey) noexcept {
   if (_body == nullptr) {
     return false;
   }
-  const SearchKey key(iKey.ToStringView());
-  if (_body->shape != nullptr) {
-    Value* const value = const_cast<Value*>(ShapedValue(*_body, key));
-    if (value == nullptr || value->IsAbsent()) {
-      return false;
-    }
-    _body->Touch();
-    value->~Value();
-    Value::MakeAbsent(value);
-    --_body->size;
-    return true;
-  }
-  MappedBody& body = AsMapped(*_body);
-  const SlotTable::Place place = body.slots.Locate(key);
+  const SlotTable::Place place = _body->slots.Locate(SearchKey(iKey.ToStringView()));
   if (!place.isFound) {
     return false;
   }
-  body.Erase(place);
+  Entry* const entry = _body->slots.At(place);
+  _body->slots.Erase(place);
+  Discard(*_body, entry);
   return true;
+}
+
+void Object::Reserve(std::size_t iCount) {
+  if (_body == nullptr && iCount > 0) {
+    _body = ObjectBody::Make(iCount);
+  }
 }
 
 void Object::DestroyMembers() noexcept {

@@ -18,7 +18,6 @@ struct ObjectBody;
 class Object {
  public:
   Object() noexcept = default;
-  explicit Object(ObjectBody* iBody) noexcept : _body(iBody) {}
   Object(const Object& iOther);
   Object(Object&& ioOther) noexcept : _body(std::exchange(ioOther._body, nullptr)) {}
   Object& operator=(Object iOther) noexcept {
@@ -41,12 +40,14 @@ class Object {
   /// Replaces the value of a key or inserts a member. Nothing changes, the new value neither, when no memory is found.
   Value& Set(const KORUnicodeString& iKey, Value&& ioValue);
 
-  /// Moves the members of another object here, in the place of those with the same keys. Those before one that finds no
-  /// memory stay.
-  void Merge(Object&& ioOther);
+  /// Inserts a null member whose key is known to come after all others.
+  Value& AppendLast(const KORUnicodeString& iKey);
 
   /// Removes a member and everything below it; false when the key is absent.
   bool Erase(const KORUnicodeString& iKey) noexcept;
+
+  /// Prepares an empty object for so many members; no effect on one that has or had members.
+  void Reserve(std::size_t iCount);
 
   /// The heap part; null for an object that never had members.
   const ObjectBody* Body() const noexcept { return _body; }

@@ -7,11 +7,11 @@ namespace json {
 
 namespace {
 
-constexpr std::uint32_t kFirstRunCapacity = 8;
+constexpr std::uint32_t kFirstRunCapacity = 4;
 constexpr std::uint32_t kFirstDirectoryCapacity = 8;
 
 bool IsLess(const Slot& iSlot, const SearchKey& iKey) noexcept {
-  return iSlot.prefix != iKey.prefix ? iSlot.prefix < iKey.prefix : iSlot.key->ToStringView() < iKey.text;
+  return iSlot.prefix != iKey.prefix ? iSlot.prefix < iKey.prefix : iSlot.entry->key.ToStringView() < iKey.text;
 }
 
 /// The number of slots whose key is less than iKey.
@@ -35,6 +35,15 @@ void MoveSlots(Slot* oTo, const Slot* iFrom, std::uint32_t iCount) noexcept {
 
 }  // namespace
 
+SearchKey::SearchKey(std::string_view iText) noexcept : text(iText), prefix(0) {
+  constexpr std::size_t kWidth = sizeof prefix;
+  unsigned char bytes[kWidth] = {};
+  std::memcpy(bytes, iText.data(), std::min(iText.size(), kWidth));
+  for (const unsigned char byte : bytes) {
+    prefix = (prefix << 8) | byte;
+  }
+}
+
 SlotTable::~SlotTable() {
   for (std::uint32_t run = 0; run < _runCount; ++run) {
     FreeSlots(_runs[run]);
@@ -54,8 +63,8 @@ std::uint32_t SlotTable::FindRun(const SearchKey& iKey) const noexcept {
   while (count > 0) {
     const std::uint32_t half = count / 2;
     const Run& run = _runs[first + half];
-    const bool isGreater =
-        run.firstPrefix != iKey.prefix ? run.firstPrefix > iKey.prefix : run.slots[0].key->ToStringView() > iKey.text;
+    const bool isGreater = run.firstPrefix != iKey.prefix ? run.firstPrefix > iKey.prefix
+                                                          : run.slots[0].entry->key.ToStringView() > iKey.text;
     first = isGreater ? first : first + half + 1;
     count = isGreater ? half : count - half - 1;
   }
@@ -66,8 +75,8 @@ SlotTable::Place SlotTable::Locate(const SearchKey& iKey) const noexcept {
   const std::uint32_t position = _runCount == 1 ? 0 : FindRun(iKey);
   const Run& run = _runs[position];
   const std::uint32_t index = LowerBound(run, iKey);
-  const bool isFound =
-      index < run.size && run.slots[index].prefix == iKey.prefix && run.slots[index].key->ToStringView() == iKey.text;
+  const bool isFound = index < run.size && run.slots[index].prefix == iKey.prefix &&
+                       run.slots[index].entry->key.ToStringView() == iKey.text;
   return {position, index, isFound};
 }
 

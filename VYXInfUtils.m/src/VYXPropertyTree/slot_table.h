@@ -3,23 +3,38 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string_view>
 
 #include "KORSysTS/KORUnicodeString.h"
-#include "VYXPropertyTree/search_key.h"
 #include "VYXPropertyTree/value.h"
 
 namespace json {
 
-/// A place in the key order. Most comparisons end at the prefix and do not touch the key.
+/// A member of an object.
+struct Entry {
+  explicit Entry(const KORUnicodeString& iKey) : key(iKey) {}
+
+  KORUnicodeString key;
+  Value value;
+};
+
+/// A key as it is searched: its text and the first eight bytes as a big-endian number, which orders as the bytes do.
+struct SearchKey {
+  explicit SearchKey(std::string_view iText) noexcept;
+
+  std::string_view text;
+  std::uint64_t prefix;
+};
+
+/// A place in the key order. Most comparisons end at the prefix and do not touch the entry.
 struct Slot {
   std::uint64_t prefix;
-  const KORUnicodeString* key;
-  Value* value;
+  Entry* entry;
 };
 
 /**
  * The key order of an object: sorted runs of slots. Up to 512 members stand in one run; more are kept in a directory of
- * runs of at most 512, so that inserting anywhere moves no more than one run. Does not own keys and values.
+ * runs of at most 512, so that inserting anywhere moves no more than one run. Does not own the entries.
  */
 class SlotTable {
  public:
@@ -39,17 +54,17 @@ class SlotTable {
     bool isFound;
   };
 
-  /// Walks the slots in key order.
+  /// Walks the entries in key order.
   class Cursor {
    public:
     Cursor() noexcept = default;
     explicit Cursor(const SlotTable& iTable) noexcept : _run(iTable._runs), _end(iTable._runs + iTable._runCount) {}
 
-    /// The next slot; null after the last one.
-    const Slot* Next() noexcept {
+    /// The next entry; null after the last one.
+    Entry* Next() noexcept {
       while (_run != _end) {
         if (_index < _run->size) {
-          return &_run->slots[_index++];
+          return _run->slots[_index++].entry;
         }
         ++_run;
         _index = 0;
@@ -73,7 +88,7 @@ class SlotTable {
   SlotTable& operator=(const SlotTable&) = delete;
 
   std::size_t Size() const noexcept { return _size; }
-  const Slot& At(const Place& iPlace) const noexcept { return _runs[iPlace.run].slots[iPlace.index]; }
+  Entry* At(const Place& iPlace) const noexcept { return _runs[iPlace.run].slots[iPlace.index].entry; }
 
   /// Where a key stands or belongs.
   Place Locate(const SearchKey& iKey) const noexcept;
@@ -81,7 +96,7 @@ class SlotTable {
   /// The same, quick for a key behind all others.
   Place LocateForInsert(const SearchKey& iKey) const noexcept;
 
-  /// The place behind all others.
+  /// The place behind all entries.
   Place End() const noexcept { return {_runCount - 1, _runs[_runCount - 1].size, false}; }
 
   /// Inserts at a place that was located for a key not found. Nothing changes when no memory is found.

@@ -45,8 +45,8 @@ class StrictWriter {
  private:
   /// A container whose bracket is open.
   struct Frame {
-    MemberCursor members;
-    Member member;  // of an object: the one being written
+    SlotTable::Cursor members;
+    const Entry* member;  // of an object: the one being written
     const Value* elements;
     std::size_t count;  // of what was begun
     std::size_t size;
@@ -66,18 +66,18 @@ class StrictWriter {
       return ioFrame.elements + (ioFrame.count - 1);
     }
     ioFrame.member = ioFrame.members.Next();
-    WriteString(*ioFrame.member.key, "The key");
+    WriteString(ioFrame.member->key, "The key");
     _text += _indent == 0 ? ":" : ": ";
-    return ioFrame.member.value;
+    return &ioFrame.member->value;
   }
 
   void Open(const Array& iArray) {
     _text += '[';
-    _open.push_back({{}, {}, iArray.begin(), 0, iArray.Size(), false});
+    _open.push_back({{}, nullptr, iArray.begin(), 0, iArray.Size(), false});
   }
   void Open(const Object& iObject) {
     _text += '{';
-    _open.push_back({MembersOf(iObject), {}, nullptr, 0, iObject.Size(), true});
+    _open.push_back({MembersOf(iObject), nullptr, nullptr, 0, iObject.Size(), true});
   }
   void Close() {
     const Frame closed = _open.back();
@@ -174,7 +174,7 @@ class StrictWriter {
         place += std::to_string(frame.count - 1);
         continue;
       }
-      for (const char letter : frame.member.key->ToStringView()) {
+      for (const char letter : frame.member->key.ToStringView()) {
         place += letter == '~' ? "~0" : letter == '/' ? "~1" : std::string(1, letter);
       }
     }

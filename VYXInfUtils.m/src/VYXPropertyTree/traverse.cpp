@@ -86,9 +86,9 @@ long VYXPropertyTree::Traverse(VYXIPropertyTreeVisitor& iVisitor) const {
     return FailureReturn(VYX_HERE, E_FAIL);
   }
   return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
-    json::MemberCursor members = json::MembersOf(*_root);
-    while (const json::Member member = members.Next()) {
-      VisitMember(*member.key, *member.value, iVisitor);
+    json::SlotTable::Cursor members = json::MembersOf(*_root);
+    while (const json::Entry* const member = members.Next()) {
+      VisitMember(member->key, member->value, iVisitor);
     }
     return S_OK;
   });
@@ -99,7 +99,7 @@ long VYXPropertyTree::Dispatch(const KORUnicodeString& iKey, VYXIPropertyTreeVis
     return FailureReturn(VYX_HERE, E_FAIL);
   }
   return CatchAtBoundary(VYX_HERE, E_FAIL, [&]() -> long {
-    const json::Value* const value = std::as_const(*_root).Find(iKey);
+    const json::Value* const value = _root->Find(iKey);
     if (value == nullptr) {
       return S_FALSE;
     }

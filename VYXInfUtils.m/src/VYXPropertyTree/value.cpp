@@ -3,7 +3,7 @@
 namespace json {
 
 Value::Value(const Value& iOther) : Value() {
-  switch (iOther.GetKind()) {
+  switch (iOther._kind) {
     case Kind::Null:
       break;
     case Kind::Boolean:

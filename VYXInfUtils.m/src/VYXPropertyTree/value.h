@@ -2,7 +2,6 @@
 
 #include <concepts>
 #include <cstdint>
-#include <cstring>
 #include <new>
 #include <utility>
 #include <variant>
@@ -10,7 +9,6 @@
 #include "KORSysTS/KORUnicodeString.h"
 #include "VYXPropertyTree/array.h"
 #include "VYXPropertyTree/object.h"
-#include "internal/PooledText.h"
 
 namespace json {
 
@@ -25,24 +23,21 @@ class BadVariantAccess : public std::bad_variant_access {
 };
 
 /**
- * One value of a property tree: null, Boolean, Number, String, Array or Object, in 24 bytes. The last byte tells the
- * alternative: it is where a text tells its form, with values that no text has.
+ * One value of a property tree: null, Boolean, Number, String, Array or Object, in 32 bytes.
  *
  * Copies are deep. A moved-from value keeps its alternative, emptied. Copying, comparing and destroying take no stack
  * for the nesting depth.
  */
 struct Value {
  public:
-  Value() noexcept : _number(0) { SetKind(Kind::Null); }
+  Value() noexcept : _number(0), _kind(Kind::Null) {}
   template <std::same_as<bool> Boolean>
-  explicit Value(Boolean iValue) noexcept : _boolean(iValue) {
-    SetKind(Kind::Boolean);
-  }
-  explicit Value(double iValue) noexcept : _number(iValue) { SetKind(Kind::Number); }
-  explicit Value(const KORUnicodeString& iText) : _string(iText) {}
-  explicit Value(KORUnicodeString&& ioText) noexcept : _string(std::move(ioText)) {}
-  explicit Value(json::Array&& ioArray) noexcept : _array(std::move(ioArray)) { SetKind(Kind::Array); }
-  explicit Value(json::Object&& ioObject) noexcept : _object(std::move(ioObject)) { SetKind(Kind::Object); }
+  explicit Value(Boolean iValue) noexcept : _boolean(iValue), _kind(Kind::Boolean) {}
+  explicit Value(double iValue) noexcept : _number(iValue), _kind(Kind::Number) {}
+  explicit Value(const KORUnicodeString& iText) : _string(iText), _kind(Kind::String) {}
+  explicit Value(KORUnicodeString&& ioText) noexcept : _string(std::move(ioText)), _kind(Kind::String) {}
+  explicit Value(json::Array&& ioArray) noexcept : _array(std::move(ioArray)), _kind(Kind::Array) {}
+  explicit Value(json::Object&& ioObject) noexcept : _object(std::move(ioObject)), _kind(Kind::Object) {}
 
   Value(const Value& iOther);
   Value(Value&& ioOther) noexcept { TakeFrom(ioOther); }
@@ -55,10 +50,7 @@ struct Value {
   }
   ~Value() { Clear(); }
 
-  Kind GetKind() const noexcept {
-    const std::uint8_t tag = Tag();
-    return tag < kFirstTag ? Kind::String : static_cast<Kind>(tag & kKindMask);
-  }
+  Kind GetKind() const noexcept { return _kind; }
 
   // The alternatives; BadVariantAccess when the value holds another one.
   bool GetBoolean() const { return Checked(Kind::Boolean)._boolean; }
@@ -70,63 +62,36 @@ struct Value {
   const json::Object& GetObject() const { return Checked(Kind::Object)._object; }
   json::Object& GetObject() { return Checked(Kind::Object)._object; }
 
-  /// Makes a text whose bytes may stand in an arena.
-  template <class Allocate>
-  static void MakePooled(Value* oPlace, const KORUnicodeString& iText, Allocate&& iAllocate) {
-    VYX::Internal::PooledText::MakeCopy(&oPlace->_string, iText, iAllocate);
-  }
-
-  /// Makes a copy of what is neither a text nor a container.
-  static void MakeScalar(Value* oPlace, const Value& iOther) noexcept {
-    std::memcpy(static_cast<void*>(oPlace), static_cast<const void*>(&iOther), sizeof(Value));
-  }
-
-  /// Makes the mark of a place in an object where no member stands. It has no kind and owns nothing.
-  static void MakeAbsent(Value* oPlace) noexcept { oPlace->SetTag(kAbsentTag); }
-  bool IsAbsent() const noexcept { return Tag() == kAbsentTag; }
-
   /// Destroys a text, or gives the heap part of a container away (null when it has none); the value is dead afterwards.
   ContainerBody* Dismantle() noexcept;
 
  private:
-  static constexpr std::uint8_t kFirstTag = VYX::Internal::PooledText::kFirstFreeTag;
-  static constexpr std::uint8_t kKindMask = 0x07;
-  static constexpr std::uint8_t kAbsentTag = 0xFF;
-
   const Value& Checked(Kind iKind) const {
-    if (GetKind() != iKind) {
+    if (_kind != iKind) {
       ThrowBadAccess();
     }
     return *this;
   }
   Value& Checked(Kind iKind) {
-    if (GetKind() != iKind) {
+    if (_kind != iKind) {
       ThrowBadAccess();
     }
     return *this;
   }
   [[noreturn]] static void ThrowBadAccess();
 
-  std::uint8_t Tag() const noexcept {
-    return reinterpret_cast<const std::uint8_t*>(this)[VYX::Internal::PooledText::kTagOffset];
-  }
-  void SetTag(std::uint8_t iTag) noexcept {
-    reinterpret_cast<std::uint8_t*>(this)[VYX::Internal::PooledText::kTagOffset] = iTag;
-  }
-  void SetKind(Kind iKind) noexcept { SetTag(static_cast<std::uint8_t>(kFirstTag | static_cast<std::uint8_t>(iKind))); }
-
   void TakeFrom(Value& ioOther) noexcept {
-    const std::uint8_t tag = ioOther.Tag();
-    if (tag < kFirstTag) {
-      new (&_string) KORUnicodeString(std::move(ioOther._string));
-      return;
-    }
-    switch (ioOther.GetKind()) {
+    _kind = ioOther._kind;
+    switch (_kind) {
+      case Kind::Null:
+      case Kind::Number:
+        new (&_number) double(ioOther._number);
+        break;
       case Kind::Boolean:
         new (&_boolean) bool(ioOther._boolean);
         break;
-      case Kind::Number:
-        new (&_number) double(ioOther._number);
+      case Kind::String:
+        new (&_string) KORUnicodeString(std::move(ioOther._string));
         break;
       case Kind::Array:
         new (&_array) json::Array(std::move(ioOther._array));
@@ -134,20 +99,16 @@ struct Value {
       case Kind::Object:
         new (&_object) json::Object(std::move(ioOther._object));
         break;
-      default:
-        break;
     }
-    SetTag(tag);
   }
 
   /// Ends the life of what the value holds.
   void Clear() noexcept {
-    const std::uint8_t tag = Tag();
-    if (tag < kFirstTag) {
+    if (_kind == Kind::String) {
       _string.~KORUnicodeString();
-    } else if (GetKind() == Kind::Array) {
+    } else if (_kind == Kind::Array) {
       _array.~Array();
-    } else if (GetKind() == Kind::Object) {
+    } else if (_kind == Kind::Object) {
       _object.~Object();
     }
   }
@@ -159,15 +120,22 @@ struct Value {
     json::Array _array;
     json::Object _object;
   };
+  Kind _kind;
 };
 
-static_assert(sizeof(Value) == 24);
+static_assert(sizeof(Value) == 32);
 
 inline Value* ArrayBody::Elements() noexcept {
   static_assert(sizeof(ArrayBody) % alignof(Value) == 0);
   return std::launder(reinterpret_cast<Value*>(this + 1));
 }
 
+inline Value* Array::begin() noexcept {
+  return _body == nullptr ? nullptr : _body->Elements();
+}
+inline Value* Array::end() noexcept {
+  return begin() + Size();
+}
 inline const Value* Array::begin() const noexcept {
   return _body == nullptr ? nullptr : _body->Elements();
 }

@@ -87,7 +87,7 @@ KORUnicodeString::KORUnicodeString(Borrowed, const char* iText, std::size_t iLen
 void KORUnicodeString::CopyLong(const KORUnicodeString& iOther) {
   ResetToInline();
   Joined(iOther.ToStringView(), {}).Swap(*this);
-  if (IsOwned() && Access::HasHeader(iOther)) {
+  if (IsOwned() && iOther.IsOwned()) {
     const std::uint64_t count = Access::HeaderOf(iOther).charCount.load(std::memory_order_relaxed);
     Access::HeaderOf(*this).charCount.store(count, std::memory_order_relaxed);
   }

@@ -41,7 +41,7 @@ KORUnicodeString::Access::Header& KORUnicodeString::Access::HeaderOf(const KORUn
 }
 
 std::size_t KORUnicodeString::Access::Capacity(const KORUnicodeString& iText) noexcept {
-  return HasHeader(iText) ? HeaderOf(iText).capacity : kInlineCapacity;
+  return iText.IsOwned() ? HeaderOf(iText).capacity : kInlineCapacity;
 }
 
 char* KORUnicodeString::Access::Bytes(KORUnicodeString& ioText) noexcept {
@@ -90,7 +90,7 @@ void KORUnicodeString::Access::Append(KORUnicodeString& ioText, std::string_view
     KORUnicodeString grown = WithCapacity(GrownCapacity(ioText, newSize));
     CopyBytes(Bytes(grown), ioText.ToStringView());
     CopyBytes(Bytes(grown) + oldSize, iBytes);
-    if (HasHeader(ioText)) {
+    if (ioText.IsOwned()) {
       const Header& old = HeaderOf(ioText);
       HeaderOf(grown).cursor.store(old.cursor.load(std::memory_order_relaxed), std::memory_order_relaxed);
       HeaderOf(grown).charCount.store(old.charCount.load(std::memory_order_relaxed), std::memory_order_relaxed);
@@ -146,7 +146,7 @@ void KORUnicodeString::Access::Splice(KORUnicodeString& ioText, std::size_t iBeg
   const std::size_t newSize = SizeAfter(old.size() - (iEnd - iBegin), iBytes.size());
   Mark cursor{0, 0};
   bool areSingleBytes = false;
-  if (HasHeader(ioText)) {
+  if (ioText.IsOwned()) {
     const std::uint64_t known = HeaderOf(ioText).charCount.load(std::memory_order_relaxed);
     // Where every character is a byte, what is left of an ill-formed text may still join to longer ones.
     areSingleBytes = known == old.size() && VYX::Platform::AsciiPrefix(iBytes) == iBytes.size() &&
@@ -192,7 +192,7 @@ void KORUnicodeString::Access::StoreCursor(Header& ioHeader, Mark iMark) noexcep
 }
 
 std::size_t KORUnicodeString::Access::CharCount(const KORUnicodeString& iText) noexcept {
-  if (!HasHeader(iText)) {
+  if (!iText.IsOwned()) {
     return VYX::Platform::CountCharacters(iText.ToStringView());
   }
   Header& header = HeaderOf(iText);
@@ -206,7 +206,7 @@ std::size_t KORUnicodeString::Access::CharCount(const KORUnicodeString& iText) n
 
 std::size_t KORUnicodeString::Access::OffsetOf(const KORUnicodeString& iText, std::size_t iPosition) noexcept {
   const std::string_view bytes = iText.ToStringView();
-  if (!HasHeader(iText)) {
+  if (!iText.IsOwned()) {
     return VYX::Platform::SkipCharacters(bytes, 0, iPosition);
   }
   const std::size_t count = CharCount(iText);
@@ -236,7 +236,7 @@ std::size_t KORUnicodeString::Access::OffsetOf(const KORUnicodeString& iText, st
 
 std::size_t KORUnicodeString::Access::PositionOf(const KORUnicodeString& iText, std::size_t iOffset) noexcept {
   const std::string_view bytes = iText.ToStringView();
-  if (!HasHeader(iText)) {
+  if (!iText.IsOwned()) {
     return VYX::Platform::CountCharacters(bytes.substr(0, iOffset));
   }
   if (CharCount(iText) == bytes.size()) {

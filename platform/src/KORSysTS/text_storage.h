@@ -29,14 +29,6 @@ struct KORUnicodeString::Access {
 
   static constexpr std::uint64_t kUnknown = UINT64_MAX;
 
-  // A text in memory that ends with a container's; it is as an owned one in all else. VYX::Internal::PooledText makes
-  // such texts and writes their headers.
-  static constexpr std::uint8_t kPooledTag = 0x82;
-  static_assert(kPooledTag > kBorrowedTag && sizeof(Header) == 3 * sizeof(std::uint64_t));
-
-  static bool HasHeader(const KORUnicodeString& iText) noexcept {
-    return iText.IsOwned() || iText._storage.small.tag == kPooledTag;
-  }
   static Header& HeaderOf(const KORUnicodeString& iText) noexcept;
   static std::size_t Capacity(const KORUnicodeString& iText) noexcept;
   static char* Bytes(KORUnicodeString& ioText) noexcept;

@@ -93,20 +93,6 @@ constexpr std::size_t kSmallStack = 512 * 1024;  // a sanitizer takes its part
 constexpr std::size_t kSmallStack = 128 * 1024;
 #endif
 
-/// The deepest text that the reader takes.
-void ReadDeepText() {
-  std::string text;
-  for (int level = 0; level < 256; ++level) {
-    text += "{\"k\":[";
-  }
-  for (int level = 0; level < 256; ++level) {
-    text += "]}";
-  }
-  VYXPropertyTree tree;
-  ASSERT_EQ(tree.Parse(text.c_str()), S_OK);
-  EXPECT_EQ(TextOf(tree), text);
-}
-
 TEST(DeepNesting, NeedsNoMoreThanASmallStack) {
   pthread_attr_t attributes;
   ASSERT_EQ(::pthread_attr_init(&attributes), 0);
@@ -115,7 +101,6 @@ TEST(DeepNesting, NeedsNoMoreThanASmallStack) {
   const auto work = [](void*) -> void* {
     DoEverythingWith(NestedObjects());
     DoEverythingWith(NestedArrays());
-    ReadDeepText();
     return nullptr;
   };
   ASSERT_EQ(::pthread_create(&thread, &attributes, work, nullptr), 0);

@@ -17,9 +17,9 @@ namespace {
 
 std::vector<std::string> KeysOf(const Object& iObject) {
   std::vector<std::string> keys;
-  MemberCursor members = MembersOf(iObject);
-  while (const Member member = members.Next()) {
-    keys.push_back(member.key->ConvertToChar());
+  SlotTable::Cursor members = MembersOf(iObject);
+  while (const Entry* const member = members.Next()) {
+    keys.push_back(member->key.ConvertToChar());
   }
   return keys;
 }
@@ -50,11 +50,11 @@ TEST(Object, KeepsAwkwardKeysInByteOrder) {
   for (int round = 0; round < 20; ++round) {
     std::shuffle(shuffled.begin(), shuffled.end(), random);
     Object object;
+    if (round % 2 == 1) {
+      object.Reserve(shuffled.size() / 2);
+    }
     for (const std::string& key : shuffled) {
       object.Set(Key(key), VYX::Test::Text(key));
-      if (round % 2 == 1 && object.Size() == shuffled.size() / 2) {
-        object = Object(object);  // a copy has the other form
-      }
     }
     ASSERT_EQ(KeysOf(object), sorted);
     for (const std::string& key : sorted) {
@@ -76,10 +76,7 @@ TEST(Object, OrderIsTheTextsOwn) {
 /// Does the same to an object and to a std::map and compares them.
 class ObjectModel {
  public:
-  explicit ObjectModel(unsigned iSeed) : _random(iSeed) {}
-
-  /// Goes on with a copy, which has another form than what was inserted one by one.
-  void Copy() { _object = Object(_object); }
+  ObjectModel(unsigned iSeed, std::size_t iReserved) : _random(iSeed) { _object.Reserve(iReserved); }
 
   void Step(int iKeyRange, const char* iPrefix) {
     const std::string key = iPrefix + std::to_string(static_cast<int>(_random()) % iKeyRange);
@@ -95,12 +92,12 @@ class ObjectModel {
   void Compare() const {
     ASSERT_EQ(_object.Size(), _model.size());
     auto expected = _model.begin();
-    MemberCursor members = MembersOf(_object);
-    while (const Member member = members.Next()) {
+    SlotTable::Cursor members = MembersOf(_object);
+    while (const Entry* const member = members.Next()) {
       ASSERT_NE(expected, _model.end());
-      ASSERT_EQ(member.key->ToStringView(), expected->first);
-      ASSERT_EQ(member.value->GetNumber(), expected->second);
-      ASSERT_EQ(std::as_const(_object).Find(*member.key), member.value);
+      ASSERT_EQ(member->key.ToStringView(), expected->first);
+      ASSERT_EQ(member->value.GetNumber(), expected->second);
+      ASSERT_EQ(_object.Find(member->key), &member->value);
       ++expected;
     }
     ASSERT_EQ(expected, _model.end());
@@ -116,12 +113,11 @@ TEST(Object, BehavesAsASortedMap) {
   for (const int range : {5, 100, 3000}) {
     for (const char* const prefix : {"", "k", "a prefix longer than eight bytes "}) {
       SCOPED_TRACE(std::string(prefix) + std::to_string(range));
-      ObjectModel model(static_cast<unsigned>(range));
+      ObjectModel model(static_cast<unsigned>(range), range == 100 ? 60 : 0);
       for (int step = 0; step < 4 * range; ++step) {
         model.Step(range, prefix);
         if (step % range == 0) {
           model.Compare();
-          model.Copy();
         }
       }
       model.Compare();
@@ -132,10 +128,9 @@ TEST(Object, BehavesAsASortedMap) {
 TEST(Object, KeepsAddressesWhileOthersComeAndGo) {
   constexpr int kOthers = 100'000;
   Object object;
-  object.Set("m-copied", Value(1.0));
+  object.Reserve(2);
+  const Value* const reserved = &object.Set("m-reserved", Value(1.0));
   object.Set("m-second", Value(2.0));
-  object = Object(object);
-  const Value* const copied = object.Find("m-copied");
   const Value* const single = &object.Set("m-single", Value(3.0));
   std::vector<int> order(kOthers);
   for (int index = 0; index < kOthers; ++index) {
@@ -151,9 +146,9 @@ TEST(Object, KeepsAddressesWhileOthersComeAndGo) {
   for (const int index : order) {
     ASSERT_TRUE(moved.Erase(Key((index % 2 == 0 ? "a" : "z") + std::to_string(index))));
   }
-  EXPECT_EQ(moved.Find("m-copied"), copied);
+  EXPECT_EQ(moved.Find("m-reserved"), reserved);
   EXPECT_EQ(moved.Find("m-single"), single);
-  EXPECT_EQ(copied->GetNumber(), 1.0);
+  EXPECT_EQ(reserved->GetNumber(), 1.0);
   EXPECT_EQ(single->GetNumber(), 3.0);
   EXPECT_EQ(moved.Size(), 3U);
 }
@@ -170,63 +165,29 @@ TEST(Object, HoldsAMillionShuffledKeys) {
     object.Set(Key(std::to_string(kCount + index)), Value(static_cast<double>(index)));
   }
   ASSERT_EQ(object.Size(), static_cast<std::size_t>(kCount));
-  MemberCursor members = MembersOf(object);
+  SlotTable::Cursor members = MembersOf(object);
   double expected = 0;
-  while (const Member member = members.Next()) {
-    ASSERT_EQ(member.value->GetNumber(), expected++);
+  while (const Entry* const member = members.Next()) {
+    ASSERT_EQ(member->value.GetNumber(), expected++);
   }
   EXPECT_EQ(expected, kCount);
 }
 
-TEST(Object, ReusesTheRoomOfErasedMembers) {
+TEST(Object, ReusesAndKeepsReservedMembers) {
   Object object;
-  object.Set("a", Value(1.0));
-  const Value* const second = &object.Set("b", Value(2.0));
-  EXPECT_TRUE(object.Erase("b"));
-  EXPECT_FALSE(object.Erase("b"));
-  EXPECT_EQ(&object.Set("c", Value(3.0)), second);
-  EXPECT_EQ(KeysOf(object), (std::vector<std::string>{"a", "c"}));
-}
-
-TEST(Object, SetsAgainWhatWasErasedFromACopy) {
-  Object source;
-  for (const char* const key : {"a", "b", "c"}) {
-    source.Set(key, VYX::Test::Text("a text that is too long to stand in the object itself"));
+  object.Reserve(4);
+  const Value* const first = &object.Set("a", Value(1.0));
+  EXPECT_TRUE(object.Erase("a"));
+  EXPECT_TRUE(object.IsEmpty());
+  EXPECT_EQ(&object.Set("b", Value(2.0)), first);
+  object.Reserve(100);
+  for (const char* const key : {"c", "d", "e", "f", "g"}) {
+    object.Set(key, Value(3.0));
   }
-  Object copy(source);
-  const Value* const place = std::as_const(copy).Find("b");
-  EXPECT_TRUE(copy.Erase("b"));
-  EXPECT_FALSE(copy.Erase("b"));
-  EXPECT_EQ(copy.Find("b"), nullptr);
-  EXPECT_EQ(KeysOf(copy), (std::vector<std::string>{"a", "c"}));
-  EXPECT_FALSE(HaveEqualText(copy, source));
-  EXPECT_EQ(KeysOf(Object(copy)), KeysOf(copy));
-  EXPECT_TRUE(HaveEqualText(Object(copy), copy));
-  EXPECT_EQ(&copy.Set("b", Value(2.0)), place);
-  EXPECT_EQ(copy.Size(), 3U);
-  EXPECT_FALSE(HaveEqualText(copy, source));
-  copy.Set("b", Value(source.Find("b")->GetString()));
-  EXPECT_TRUE(HaveEqualText(copy, source));
-}
-
-TEST(Object, MergedMembersOutliveWhereTheyCameFrom) {
-  const char* const longText = "a text that is too long to stand in the object itself";
-  Object inner;
-  inner.Set("long", VYX::Test::Text(longText));
-  Object source;
-  source.Set("object", Value(std::move(inner)));
-  source.Set("text", VYX::Test::Text(longText));
-  source.Set("list", VYX::Test::ArrayOf(VYX::Test::Text(longText)));
-  Object target;
-  target.Set("list", Value(1.0));
-  target.Set("other", Value(true));
-  target.Merge(Object(source));
-  EXPECT_EQ(KeysOf(target), (std::vector<std::string>{"list", "object", "other", "text"}));
-  EXPECT_EQ(target.Find("text")->GetString(), longText);
-  EXPECT_EQ(target.Find("object")->GetObject().Find("long")->GetString(), longText);
-  target.Find("list")->GetArray().Append(VYX::Test::Text(longText));
-  target.Erase("object");
-  EXPECT_EQ(target.Find("list")->GetArray().begin()->GetString(), longText);
+  EXPECT_EQ(object.Find("b"), first);
+  EXPECT_FALSE(object.Erase("a"));
+  EXPECT_EQ(KeysOf(object), (std::vector<std::string>{"b", "c", "d", "e", "f", "g"}));
+  EXPECT_THROW(Object().Reserve(static_cast<std::size_t>(-1) / 8), std::bad_alloc);
 }
 
 }  // namespace

@@ -13,9 +13,6 @@ class JsonDocument;
 class JsonNode;
 class JsonWalk;
 }  // namespace VYX::Adapters
-namespace VYX::Internal {
-struct StreamAccess;
-}  // namespace VYX::Internal
 
 namespace JSON {
 
@@ -113,7 +110,6 @@ class VYX_EXPORT JIStream {
  private:
   friend class JCursor;
   friend class JOStream;
-  friend struct VYX::Internal::StreamAccess;
   class MemberVisits;
 
   JIStream(std::shared_ptr<const VYX::Adapters::JsonDocument> iDocument, std::size_t iPlace) noexcept;
